@@ -1,0 +1,3 @@
+#include "demos.h"
+
+void RunProgrammeDemo() {}

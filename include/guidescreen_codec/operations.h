@@ -1,0 +1,62 @@
+// The seventeen operations: one serialize/deserialize pair per operation, overloaded on the
+// operation's records.
+//
+// serialize writes the request parameters from the caller's input record into `params` (normally
+// an empty object made by the transport layer); deserialize merges the answer's result into the
+// caller's output record. Every one returns true: the exchange's own failures belong to the
+// transport layer, and missing or malformed members are skipped or clamped, never reported.
+//
+// Guarantees for any JSON a device sends: no byte is written past a caller's array capacity, a
+// text field or an element buffer, and a text always ends up terminated within its field. What
+// JsonCpp throws for a value of the wrong type (Json::Exception) passes to the caller untouched;
+// the output record may then be partly filled. No state is kept: calls on different records and
+// JSON values may run concurrently.
+#ifndef GUIDESCREEN_CODEC_OPERATIONS_H
+#define GUIDESCREEN_CODEC_OPERATIONS_H
+
+#include <json/value.h>
+
+#include "guidescreen_codec/guidescreen_records.h"
+#include "guidescreen_codec/plan_records.h"
+#include "guidescreen_codec/programme_records.h"
+
+// Guide screen configuration.
+bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out);
+bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out);
+bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out);
+bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out);
+
+// Programmes.
+bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out);
+bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out);
+bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
+bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out);
+bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out);
+bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out);
+
+// Programme plans. Both add operations share the answer record tagNET_OUT_ADD_PROGRAMMEPLAN.
+bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out);
+bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out);
+bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params);
+bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out);
+bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out);
+bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out);
+bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params);
+bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out);
+
+#endif  // GUIDESCREEN_CODEC_OPERATIONS_H

@@ -1,0 +1,154 @@
+/* Programme plans: the immediate and timer plan records and the records of the seven plan
+ * operations (GET_ALL_PROGRAMMEPLANS, GET_PROGRAMMEPLAN_BYID, ADD_IMME_PROGRAMMEPLAN,
+ * ADD_TIMER_PROGRAMMEPLAN, MODIFY_IMME_PROGRAMMEPLAN, MODIFY_TIMER_PROGRAMMEPLAN,
+ * DEL_PROGRAMMEPLANS). Valid C99 and C++17. */
+#ifndef GUIDESCREEN_CODEC_PLAN_RECORDS_H
+#define GUIDESCREEN_CODEC_PLAN_RECORDS_H
+
+#include "guidescreen_codec/field_records.h"
+
+/* The kind of a plan object, from its "PlanType" (0 immediate, 1 timer). */
+typedef GSC_ENUM(EM_PROGRAMMEPLAN_TYPE){
+    EM_PROGRAMMEPLAN_TYPE_UNKNOWN = 0, /* no plan was recognised */
+    EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY = 1,
+    EM_PROGRAMMEPLAN_TYPE_TIMER = 2,
+} EM_PROGRAMMEPLAN_TYPE;
+
+/* Period type of a timer plan ("PeriodType" 0 to 3); the device defines the meanings. Written
+ * when not 0 (any other value v as v - 1); a missing key reads as 1. */
+typedef GSC_ENUM(EM_PLAN_PERIOD_TYPE){
+    EM_PLAN_PERIOD_TYPE_UNKNOWN = 0, EM_PLAN_PERIOD_TYPE_JSON_0 = 1,
+    EM_PLAN_PERIOD_TYPE_JSON_1 = 2,  EM_PLAN_PERIOD_TYPE_JSON_2 = 3,
+    EM_PLAN_PERIOD_TYPE_JSON_3 = 4,
+} EM_PLAN_PERIOD_TYPE;
+
+/* Review state of a timer plan ("ReviewState" 0 or 1); same writing and reading rules. */
+typedef GSC_ENUM(EM_PLAN_REVIEW_STATE){
+    EM_PLAN_REVIEW_STATE_UNKNOWN = 0,
+    EM_PLAN_REVIEW_STATE_JSON_0 = 1,
+    EM_PLAN_REVIEW_STATE_JSON_1 = 2,
+} EM_PLAN_REVIEW_STATE;
+
+/* An immediate plan: one programme played at once on a split screen. */
+typedef struct tagNET_IMMEDIATELY_PLAN_INFO {
+  char szPlanName[64];      /* "PlanName" */
+  char szPlanID[64];        /* "PlanID" */
+  char szSplitScreenID[64]; /* "SplitScreenID" */
+  bool bEnable;             /* "Immediately"."Enable" */
+  uint32_t nPlayTime;       /* "Immediately"."PlayTime": written unsigned, read as a signed int */
+  char szProgrammeName[64]; /* "Immediately"."ProgrammeName" */
+  char szProgrammeID[64];   /* "Immediately"."ProgrammeID" */
+  uint8_t byReserved[512];
+} tagNET_IMMEDIATELY_PLAN_INFO;
+
+/* One programme of a timer plan ("Timer"."Programmes" element). */
+typedef struct tagNET_PLAN_PROGRAMME_INFO {
+  char szProgrammeName[64];        /* "ProgrammeName" */
+  char szProgrammeID[64];          /* "ProgrammeID" */
+  bool bIsBgProgramme;             /* "IsBgProgramme" */
+  tagNET_TIME_OF_DAY stuStartTime; /* "StartTime" */
+  tagNET_TIME_OF_DAY stuEndTime;   /* "EndTime" */
+  uint8_t byReserved[128];
+} tagNET_PLAN_PROGRAMME_INFO;
+
+/* A timer plan: programmes scheduled by time of day over play dates and a date range. */
+typedef struct tagNET_TIMER_PLAN_INFO {
+  char szPlanName[64];                       /* "PlanName" */
+  char szPlanID[64];                         /* "PlanID" */
+  char szSplitScreenID[64];                  /* "SplitScreenID" */
+  EM_PLAN_PERIOD_TYPE emPeriodType;          /* "Timer"."PeriodType" */
+  uint32_t nPlayDatesNum;                    /* length of "Timer"."PlayDates", at most 32 */
+  uint32_t nPlayDates[32];                   /* "Timer"."PlayDates" */
+  tagNET_DATE_INFO stuPlayStartDate;         /* "Timer"."CustomPlayDate"."PlayStartDate" */
+  tagNET_DATE_INFO stuPlayEndDate;           /* "Timer"."CustomPlayDate"."PlayEndDate" */
+  EM_PLAN_REVIEW_STATE emReviewState;        /* "Timer"."ReviewState" */
+  char szReviewOpinion[64];                  /* "ReviewOpinion", beside "Timer" */
+  bool bOverdue;                             /* "Timer"."Overdue" */
+  uint32_t nProgrammesNum;                   /* length of "Timer"."Programmes", at most 32 */
+  tagNET_PLAN_PROGRAMME_INFO stuProgrammes[32]; /* "Timer"."Programmes" */
+  uint8_t byReserved[512];
+} tagNET_TIMER_PLAN_INFO;
+
+typedef struct tagNET_IN_GET_ALL_PROGRAMMEPLANS {
+  uint32_t dwSize;
+} tagNET_IN_GET_ALL_PROGRAMMEPLANS;
+
+/* One capacity for two arrays: immediate plans fill pstuImmePlans, timer plans pstuTimerPlans,
+ * each up to nMaxPlanNum records. Both returned counts are always set. */
+typedef struct tagNET_OUT_GET_ALL_PROGRAMMEPLANS {
+  uint32_t dwSize;
+  uint32_t nMaxPlanNum;                        /* capacity of each array, set by the caller */
+  uint32_t nRetImmePlanNum;                    /* immediate plans filled */
+  tagNET_IMMEDIATELY_PLAN_INFO* pstuImmePlans; /* caller's array of nMaxPlanNum records */
+  uint32_t nRetTimerPlanNum;                   /* timer plans filled */
+  tagNET_TIMER_PLAN_INFO* pstuTimerPlans;      /* caller's array of nMaxPlanNum records */
+} tagNET_OUT_GET_ALL_PROGRAMMEPLANS;
+
+typedef struct tagNET_IN_GET_PROGRAMMEPLAN_BYID {
+  uint32_t dwSize;
+  char szProgrammePlanID[64]; /* "ProgrammePlanID" */
+} tagNET_IN_GET_PROGRAMMEPLAN_BYID;
+
+/* emPlanType is always set and says which slot was filled; the other slot is left untouched. */
+typedef struct tagNET_OUT_GET_PROGRAMMEPLAN_BYID {
+  uint32_t dwSize;
+  EM_PROGRAMMEPLAN_TYPE emPlanType;
+  tagNET_IMMEDIATELY_PLAN_INFO stuImmePlan;
+  tagNET_TIMER_PLAN_INFO stuTimerPlan;
+} tagNET_OUT_GET_PROGRAMMEPLAN_BYID;
+
+typedef struct tagNET_IN_ADD_IMME_PROGRAMMEPLAN {
+  uint32_t dwSize;
+  tagNET_IMMEDIATELY_PLAN_INFO stuInfo; /* "info" */
+} tagNET_IN_ADD_IMME_PROGRAMMEPLAN;
+
+typedef struct tagNET_IN_ADD_TIMER_PROGRAMMEPLAN {
+  uint32_t dwSize;
+  tagNET_TIMER_PLAN_INFO stuInfo; /* "info" */
+} tagNET_IN_ADD_TIMER_PROGRAMMEPLAN;
+
+/* The answer of both add operations. */
+typedef struct tagNET_OUT_ADD_PROGRAMMEPLAN {
+  uint32_t dwSize;
+  char szProgrammePlanID[64]; /* "ProgrammePlanID" of the new plan */
+} tagNET_OUT_ADD_PROGRAMMEPLAN;
+
+/* The plan's own szPlanID names the plan to modify; it is sent twice. */
+typedef struct tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN {
+  uint32_t dwSize;
+  tagNET_IMMEDIATELY_PLAN_INFO stuProgrammePlan; /* "ProgrammePlan" */
+} tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN;
+
+typedef struct tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN {
+  uint32_t dwSize;
+} tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN;
+
+typedef struct tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN {
+  uint32_t dwSize;
+  tagNET_TIMER_PLAN_INFO stuProgrammePlan; /* "ProgrammePlan" */
+} tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN;
+
+typedef struct tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN {
+  uint32_t dwSize;
+} tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN;
+
+/* At most 32 identifiers are sent; with none, no member is written at all. */
+typedef struct tagNET_IN_DEL_PROGRAMMEPLANS {
+  uint32_t dwSize;
+  uint32_t nProgrammePlanIDListNum;
+  char szProgrammePlanIDList[32][64]; /* "ProgrammePlanIDList" */
+} tagNET_IN_DEL_PROGRAMMEPLANS;
+
+typedef struct tagNET_OUT_DEL_PROGRAMMEPLANS {
+  uint32_t dwSize;
+} tagNET_OUT_DEL_PROGRAMMEPLANS;
+
+#ifdef __cplusplus
+static_assert(sizeof(tagNET_IMMEDIATELY_PLAN_INFO) == 840, "immediate plan layout");
+static_assert(sizeof(tagNET_PLAN_PROGRAMME_INFO) == 284, "plan programme layout");
+static_assert(sizeof(tagNET_TIMER_PLAN_INFO) == 10028, "timer plan layout");
+static_assert(sizeof(tagNET_OUT_GET_PROGRAMMEPLAN_BYID) == 10876, "plan-by-id answer layout");
+static_assert(sizeof(tagNET_IN_DEL_PROGRAMMEPLANS) == 2056, "plan deletion layout");
+#endif
+
+#endif /* GUIDESCREEN_CODEC_PLAN_RECORDS_H */

@@ -1,0 +1,291 @@
+/* Programmes: text blocks and notes, the five element kinds, the programme record with its
+ * windows and element buffers, and the records of the six programme operations
+ * (GET_PROGRAMME_BYID, GET_ALL_PROGRAMMES, GET_ALL_BRIEFLYPROGRAMMES, ADD_ONE_PROGRAMME,
+ * MODIFY_ONE_PROGRAMME, DEL_PROGRAMMES). Valid C99 and C++17. */
+#ifndef GUIDESCREEN_CODEC_PROGRAMME_RECORDS_H
+#define GUIDESCREEN_CODEC_PROGRAMME_RECORDS_H
+
+#include "guidescreen_codec/field_records.h"
+
+/* Text alignment and effects of a text block; the device defines the meaning of each value.
+ * Written only when not 0 (any other value v as v - 1); a missing key reads as 1. */
+typedef GSC_ENUM(EM_TEXT_HORI_ALIGN){
+    EM_TEXT_HORI_ALIGN_UNKNOWN = 0,
+    EM_TEXT_HORI_ALIGN_JSON_0 = 1,
+    EM_TEXT_HORI_ALIGN_JSON_1 = 2,
+    EM_TEXT_HORI_ALIGN_JSON_2 = 3,
+} EM_TEXT_HORI_ALIGN;
+
+typedef GSC_ENUM(EM_TEXT_VERT_ALIGN){
+    EM_TEXT_VERT_ALIGN_UNKNOWN = 0,
+    EM_TEXT_VERT_ALIGN_JSON_0 = 1,
+    EM_TEXT_VERT_ALIGN_JSON_1 = 2,
+    EM_TEXT_VERT_ALIGN_JSON_2 = 3,
+} EM_TEXT_VERT_ALIGN;
+
+typedef GSC_ENUM(EM_ENTER_STYLE){
+    EM_ENTER_STYLE_UNKNOWN = 0, EM_ENTER_STYLE_JSON_0 = 1, EM_ENTER_STYLE_JSON_1 = 2,
+    EM_ENTER_STYLE_JSON_2 = 3,  EM_ENTER_STYLE_JSON_3 = 4, EM_ENTER_STYLE_JSON_4 = 5,
+} EM_ENTER_STYLE;
+
+typedef GSC_ENUM(EM_EXIT_STYLE){
+    EM_EXIT_STYLE_UNKNOWN = 0, EM_EXIT_STYLE_JSON_0 = 1, EM_EXIT_STYLE_JSON_1 = 2,
+    EM_EXIT_STYLE_JSON_2 = 3,  EM_EXIT_STYLE_JSON_3 = 4, EM_EXIT_STYLE_JSON_4 = 5,
+} EM_EXIT_STYLE;
+
+/* The kind of a window element; travels as the element's "Type" (value - 1). */
+typedef GSC_ENUM(EM_ELEMENT_TYPE){
+    EM_ELEMENT_TYPE_UNKNOWN = 0,     /* no record follows the header */
+    EM_ELEMENT_TYPE_VIDEO = 1,       /* tagNET_VIDEO_ELEMENT_INFO, "Type" 0 */
+    EM_ELEMENT_TYPE_PICTURE = 2,     /* tagNET_PICTURE_ELEMENT_INFO, "Type" 1 */
+    EM_ELEMENT_TYPE_TEXT = 3,        /* tagNET_TEXT_ELEMENT_INFO, "Type" 2 */
+    EM_ELEMENT_TYPE_PLACEHOLDER = 4, /* tagNET_PLACEHOLDER_ELEMENT_INFO, "Type" 3 */
+    EM_ELEMENT_TYPE_CAPTURE = 5,     /* tagNET_CAPTURE_ELEMENT_INFO, "Type" 4 */
+} EM_ELEMENT_TYPE;
+
+/* Capture type of a capture element ("CaptureType" 0 or 1). */
+typedef GSC_ENUM(EM_CAPTURE_TYPE){
+    EM_CAPTURE_TYPE_UNKNOWN = 0,
+    EM_CAPTURE_TYPE_JSON_0 = 1,
+    EM_CAPTURE_TYPE_JSON_1 = 2,
+} EM_CAPTURE_TYPE;
+
+/* How a window tours its elements ("TourPeriod" 0 to 2). */
+typedef GSC_ENUM(EM_TOUR_PERIOD_TYPE){
+    EM_TOUR_PERIOD_TYPE_UNKNOWN = 0,
+    EM_TOUR_PERIOD_TYPE_JSON_0 = 1,
+    EM_TOUR_PERIOD_TYPE_JSON_1 = 2,
+    EM_TOUR_PERIOD_TYPE_CUSTOM_TIME = 3, /* the period is nTourPeriodTime ("TourPeriodTime") */
+} EM_TOUR_PERIOD_TYPE;
+
+/* Kind of programme in the brief listing ("ProgrammeType" 0 or 1). */
+typedef GSC_ENUM(EM_PROGRAMME_TYPE){
+    EM_PROGRAMME_TYPE_UNKNOWN = 0,
+    EM_PROGRAMME_TYPE_ORDINARY = 1, /* the kind written with an "Ordinary" object */
+    EM_PROGRAMME_TYPE_JSON_1 = 2,   /* a second kind the device defines */
+} EM_PROGRAMME_TYPE;
+
+/* A run of formatted text: the body of a text element and of every note. */
+typedef struct tagNET_GUIDESCREEN_TEXT_INFO {
+  char szContent[512];                /* "Content" */
+  uint32_t nFontSize;                 /* "FontSize" */
+  tagQX_COLOR_RGBA stuFontColor;      /* "FontColor" */
+  char szFontStyle[32];               /* "FontStyle" */
+  double dbLineHeight;                /* "LineHeight" */
+  EM_TEXT_HORI_ALIGN emTextHoriAlign; /* "TextHoriAlign" */
+  EM_TEXT_VERT_ALIGN emTextVertAlign; /* "TextVertAlign" */
+  uint32_t nPlayTime;                 /* "PlayTime" */
+  uint32_t nPlayCount;                /* "PlayCount" */
+  uint32_t nStayTime;                 /* "StayTime" */
+  EM_ENTER_STYLE emEnterStyle;        /* "EnterStyle" */
+  EM_EXIT_STYLE emExitStyle;          /* "ExitStyle" */
+  uint8_t byReserved[128];
+} tagNET_GUIDESCREEN_TEXT_INFO;
+
+/* A note attached to an element: a text block with a rectangle of its own. */
+typedef struct tagNET_GUIDESCREEN_NOTE_INFO {
+  bool bEnable;                             /* "Enable" */
+  tagNET_GUIDESCREEN_TEXT_INFO stuNoteInfo; /* "NoteInfo" */
+  tagNET_RECT stuNoteRect;                  /* "NoteRect" */
+  uint8_t byReserved[128];
+} tagNET_GUIDESCREEN_NOTE_INFO;
+
+/* Every element record starts with szName and bFillerState and ends with nNoteNum, stuNote and
+ * byReserved; the kind's own fields sit in between, at the same level. */
+
+typedef struct tagNET_VIDEO_ELEMENT_INFO {
+  char szName[64];                         /* "Name" */
+  bool bFillerState;                       /* "FillerState" */
+  char szPath[128];                        /* "Video"."Path" */
+  uint32_t nPlayCount;                     /* "Video"."PlayCount" */
+  uint32_t nNoteNum;                       /* length of "Note", 0 to 4 */
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4]; /* "Note" */
+  uint8_t byReserved[128];
+} tagNET_VIDEO_ELEMENT_INFO;
+
+typedef struct tagNET_PICTURE_ELEMENT_INFO {
+  char szName[64];             /* "Name" */
+  bool bFillerState;           /* "FillerState" */
+  char szPath[128];            /* "Picture"."Path" */
+  uint32_t nPlayTime;          /* "Picture"."PlayTime" */
+  uint32_t nPlayCount;         /* "Picture"."PlayCount" */
+  uint32_t nDiaphaneity;       /* "Picture"."Diaphaneity" */
+  uint32_t nStayTime;          /* "Picture"."StayTime" */
+  EM_ENTER_STYLE emEnterStyle; /* "Picture"."EnterStyle" */
+  EM_EXIT_STYLE emExitStyle;   /* "Picture"."ExitStyle" */
+  uint32_t nNoteNum;
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  uint8_t byReserved[128];
+} tagNET_PICTURE_ELEMENT_INFO;
+
+typedef struct tagNET_TEXT_ELEMENT_INFO {
+  char szName[64];                      /* "Name" */
+  bool bFillerState;                    /* "FillerState" */
+  tagNET_GUIDESCREEN_TEXT_INFO stuText; /* "Text" */
+  uint32_t nNoteNum;
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  uint8_t byReserved[128];
+} tagNET_TEXT_ELEMENT_INFO;
+
+typedef struct tagNET_PLACEHOLDER_ELEMENT_INFO {
+  char szName[64];   /* "Name" */
+  bool bFillerState; /* "FillerState" */
+  uint32_t nNoteNum;
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  uint8_t byReserved[128];
+} tagNET_PLACEHOLDER_ELEMENT_INFO;
+
+/* A capture element; the password travels as plain text like every other string. */
+typedef struct tagNET_CAPTURE_ELEMENT_INFO {
+  char szName[64];               /* "Name" */
+  bool bFillerState;             /* "FillerState" */
+  char szUserName[32];           /* "DeviceInfo"."UserName" */
+  char szPassword[32];           /* "DeviceInfo"."Password" */
+  char szIP[40];                 /* "DeviceInfo"."IP" */
+  uint32_t nPort;                /* "DeviceInfo"."Port", any 32-bit value is carried */
+  uint32_t nChannel;             /* "DeviceInfo"."Channel" */
+  EM_CAPTURE_TYPE emCaptureType; /* "DeviceInfo"."CaptureType" */
+  uint32_t nPlayTime;            /* "DeviceInfo"."PlayTime" */
+  uint32_t nNoteNum;
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  uint8_t byReserved[128];
+} tagNET_CAPTURE_ELEMENT_INFO;
+
+/* The header of one entry of a window's element buffer. Entries are laid end to end: a header,
+ * then the record of its kind (nothing for kind 0). Because the header is 132 bytes, a record may
+ * start at an offset that is a multiple of 4 but not of 8; the codecs copy records in and out of
+ * the buffer and never access them in place. */
+typedef struct tagNET_ELEMENT_COMMON_INFO {
+  EM_ELEMENT_TYPE emElementType;
+  uint8_t byReserved[128]; /* never touched by the codecs */
+} tagNET_ELEMENT_COMMON_INFO;
+
+/* One window of a programme. Before reading, the caller sets pElementsBuf and nElementsBufLen;
+ * the reader never writes past nElementsBufLen bytes. Before writing, the caller lays
+ * nElementsNum entries into pElementsBuf. */
+typedef struct tagNET_PROGRAMME_WINDOW_INFO {
+  char szWinID[64];                    /* "WinID" */
+  int32_t nVolume;                     /* "Volume" */
+  tagQX_COLOR_RGBA stuBackgroundColor; /* "BackgroundColor" */
+  uint32_t nDiaphaneity;               /* "Diaphaneity" */
+  EM_TOUR_PERIOD_TYPE emTourPeriod;    /* "TourPeriod" */
+  uint32_t nTourPeriodTime;            /* "TourPeriodTime", only with EM_TOUR_PERIOD_TYPE_CUSTOM_TIME */
+  uint8_t byReserved1[4];
+  uint32_t nElementsNum;    /* entries in the element buffer, length of "Elements" */
+  uint8_t* pElementsBuf;    /* the caller's element buffer */
+  uint32_t nElementsBufLen; /* its length in bytes */
+  uint8_t byReserved[128];
+} tagNET_PROGRAMME_WINDOW_INFO;
+
+/* The content of an ordinary programme ("Ordinary"). */
+typedef struct tagNET_ORDINARY_PROGRAMME_INFO {
+  bool bTempletState;                          /* "TempletState" */
+  char szDescription[128];                     /* "Description" */
+  uint32_t nWindowsNum;                        /* length of "Windows", at most 16 */
+  tagNET_PROGRAMME_WINDOW_INFO stuWindows[16]; /* "Windows" */
+} tagNET_ORDINARY_PROGRAMME_INFO;
+
+/* One programme: a named layout of windows. */
+typedef struct tagNET_PROGRAMME_INFO {
+  char szProgrammeName[64];                   /* "ProgrammeName" */
+  char szProgrammeID[64];                     /* "ProgrammeID" */
+  bool bEnable;                               /* "Enable" */
+  tagNET_ORDINARY_PROGRAMME_INFO stuOrdinary; /* "Ordinary" */
+  uint8_t byReserved[640];
+} tagNET_PROGRAMME_INFO;
+
+/* One entry of the brief programme listing. */
+typedef struct tagNET_BRIEFLY_PROGRAMME_INFO {
+  char szProgrammeName[64];          /* "ProgrammeName" */
+  char szProgrammeID[64];            /* "ProgrammeID" */
+  EM_PROGRAMME_TYPE emProgrammeType; /* "ProgrammeType"; kept when the key is missing */
+  bool bEnable;                      /* "Enable" */
+  bool bTempletState;                /* "TempletState", from the entry's own top level */
+  uint8_t byReserved[512];
+} tagNET_BRIEFLY_PROGRAMME_INFO;
+
+typedef struct tagNET_IN_GET_PROGRAMME_BYID {
+  uint32_t dwSize;
+  char szProgrammeID[64]; /* "ProgrammeID" */
+} tagNET_IN_GET_PROGRAMME_BYID;
+
+/* The caller sets the element buffers of stuProgramme's windows before the call. */
+typedef struct tagNET_OUT_GET_PROGRAMME_BYID {
+  uint32_t dwSize;
+  tagNET_PROGRAMME_INFO stuProgramme; /* merged from "Programme" */
+} tagNET_OUT_GET_PROGRAMME_BYID;
+
+typedef struct tagNET_IN_GET_ALL_PROGRAMMES {
+  uint32_t dwSize;
+} tagNET_IN_GET_ALL_PROGRAMMES;
+
+/* Members of "infos" in ascending byte order of their names fill pstuInfos[0 .. nRetInfosNum). */
+typedef struct tagNET_OUT_GET_ALL_PROGRAMMES {
+  uint32_t dwSize;
+  uint32_t nMaxInfosNum;            /* capacity of pstuInfos, set by the caller */
+  uint32_t nRetInfosNum;            /* records filled */
+  tagNET_PROGRAMME_INFO* pstuInfos; /* caller's array, element buffers set up */
+} tagNET_OUT_GET_ALL_PROGRAMMES;
+
+typedef struct tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES {
+  uint32_t dwSize;
+} tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES;
+
+/* At most 32 entries are returned. */
+typedef struct tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES {
+  uint32_t dwSize;
+  uint32_t nRetInfosNum;
+  tagNET_BRIEFLY_PROGRAMME_INFO stuInfos[32];
+} tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES;
+
+typedef struct tagNET_IN_ADD_ONE_PROGRAMME {
+  uint32_t dwSize;
+  tagNET_PROGRAMME_INFO stuInfo; /* "info" */
+} tagNET_IN_ADD_ONE_PROGRAMME;
+
+typedef struct tagNET_OUT_ADD_ONE_PROGRAMME {
+  uint32_t dwSize;
+  char szProgrammeID[64]; /* "ProgrammeID" of the new programme */
+} tagNET_OUT_ADD_ONE_PROGRAMME;
+
+/* The programme's own szProgrammeID names the programme to modify; it is sent twice. */
+typedef struct tagNET_IN_MODIFY_ONE_PROGRAMME {
+  uint32_t dwSize;
+  tagNET_PROGRAMME_INFO stuProgramme; /* "Programme" */
+} tagNET_IN_MODIFY_ONE_PROGRAMME;
+
+typedef struct tagNET_OUT_MODIFY_ONE_PROGRAMME {
+  uint32_t dwSize;
+} tagNET_OUT_MODIFY_ONE_PROGRAMME;
+
+/* The list holds 32 identifiers, as many as the brief listing returns and the plan deletion
+ * takes; a larger count sends the first 32. */
+typedef struct tagNET_IN_DEL_PROGRAMMES {
+  uint32_t dwSize;
+  uint32_t nProgrammeIDListNum;
+  char szProgrammeIDList[32][64]; /* "ProgrammeIDList" */
+} tagNET_IN_DEL_PROGRAMMES;
+
+typedef struct tagNET_OUT_DEL_PROGRAMMES {
+  uint32_t dwSize;
+} tagNET_OUT_DEL_PROGRAMMES;
+
+#ifdef __cplusplus
+static_assert(sizeof(tagNET_GUIDESCREEN_TEXT_INFO) == 736, "text block layout");
+static_assert(sizeof(tagNET_GUIDESCREEN_NOTE_INFO) == 888, "note layout");
+static_assert(sizeof(tagNET_VIDEO_ELEMENT_INFO) == 3888, "video element layout");
+static_assert(sizeof(tagNET_PICTURE_ELEMENT_INFO) == 3904, "picture element layout");
+static_assert(sizeof(tagNET_TEXT_ELEMENT_INFO) == 4496, "text element layout");
+static_assert(sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO) == 3752, "placeholder element layout");
+static_assert(sizeof(tagNET_CAPTURE_ELEMENT_INFO) == 3872, "capture element layout");
+static_assert(sizeof(tagNET_ELEMENT_COMMON_INFO) == 132, "element header layout");
+static_assert(sizeof(tagNET_BRIEFLY_PROGRAMME_INFO) == 648, "brief programme layout");
+static_assert(sizeof(tagNET_IN_DEL_PROGRAMMES) == 2056, "programme deletion layout");
+#if UINTPTR_MAX == 0xFFFFFFFFFFFFFFFFu
+static_assert(sizeof(tagNET_PROGRAMME_WINDOW_INFO) == 248, "window layout (64-bit)");
+static_assert(sizeof(tagNET_ORDINARY_PROGRAMME_INFO) == 4104, "ordinary programme layout (64-bit)");
+static_assert(sizeof(tagNET_PROGRAMME_INFO) == 4880, "programme layout (64-bit)");
+#endif
+#endif
+
+#endif /* GUIDESCREEN_CODEC_PROGRAMME_RECORDS_H */
