@@ -168,7 +168,8 @@ inline void WriteDate(Json::Value& object, const char* key, const tagNET_DATE_IN
 template <int N, typename Enum>
 void WriteEnumInRange(Json::Value& object, const char* key, Enum value) {
   const int32_t stored = static_cast<int32_t>(value);
-  if (static_cast<uint32_t>(stored) - 1U < static_cast<uint32_t>(N)) WriteInt(object, key, stored - 1);
+  if (static_cast<uint32_t>(stored) - 1U < static_cast<uint32_t>(N))
+    WriteInt(object, key, stored - 1);
 }
 
 // An enumeration, zero-tested form: written as v - 1 for any v but 0 (no upper bound).

@@ -5,7 +5,8 @@
 #include <cstring>
 #include <string>
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the name is part of the API.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the name is part of the
+// API.
 int _snprintf(char* buffer, unsigned long limit, const char* format, ...) {
   va_list args;
   va_start(args, format);

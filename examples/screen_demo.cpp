@@ -25,10 +25,9 @@ void PrintScreen(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info) {
                 s.stuRect.nLeft, s.stuRect.nTop, s.stuRect.nRight, s.stuRect.nBottom,
                 s.nChildScreenBright);
   }
-  std::printf("    auto bright %d (light %u, dark %u), January %u-%u\n",
-              info.stuAutoBright.bEnable, info.stuAutoBright.nLightBright,
-              info.stuAutoBright.nDarkBright, info.stuAutoBright.stuTime[0].nSunrise,
-              info.stuAutoBright.stuTime[0].nSunset);
+  std::printf("    auto bright %d (light %u, dark %u), January %u-%u\n", info.stuAutoBright.bEnable,
+              info.stuAutoBright.nLightBright, info.stuAutoBright.nDarkBright,
+              info.stuAutoBright.stuTime[0].nSunrise, info.stuAutoBright.stuTime[0].nSunset);
 }
 
 void SetConfiguration() {

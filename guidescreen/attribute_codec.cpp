@@ -75,9 +75,8 @@ void PacketAutoBright(const tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, Json::V
   WriteBool(json, "Enable", bright.bEnable);
   WriteUnsigned(json, "LightBright", bright.nLightBright);
   WriteUnsigned(json, "DarkBright", bright.nDarkBright);
-  WriteListOrNull(json, "Time", kSunEntries, kSunEntries, [&](Json::Value& sun, uint32_t i) {
-    PacketSunTime(bright.stuTime[i], sun);
-  });
+  WriteListOrNull(json, "Time", kSunEntries, kSunEntries,
+                  [&](Json::Value& sun, uint32_t i) { PacketSunTime(bright.stuTime[i], sun); });
 }
 
 }  // namespace
@@ -87,8 +86,9 @@ void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIB
   ReadTextIfPresent(json, "ID", info->szID);
   ReadEnumIfPresent<kStatusValues>(json, "Status", info->emStatus);
   ReadBoolIfPresent(json, "IsForeverOpen", info->bIsForeverOpen);
-  ReadArrayIfPresent(json, "Time", info->nTimeNum, kMaxTimes,
-                     [&](const Json::Value& time, uint32_t i) { ParseTime(time, info->stuTime[i]); });
+  ReadArrayIfPresent(
+      json, "Time", info->nTimeNum, kMaxTimes,
+      [&](const Json::Value& time, uint32_t i) { ParseTime(time, info->stuTime[i]); });
   ReadNumber(json, "Bright", info->nBright);
   ReadNumber(json, "Contrast", info->nContrast);
   ReadNumber(json, "Saturation", info->nSaturation);

@@ -1,11 +1,12 @@
 // The four guide screen configuration operations.
+#include "guidescreen_codec/operations.h"
+
 #include <cstring>
 #include <string>
 
 #include "codec/frame.h"
 #include "codec/snprintf.h"
 #include "guidescreen/attribute_codec.h"
-#include "guidescreen_codec/operations.h"
 
 using namespace gsc::codec;
 
@@ -17,10 +18,14 @@ constexpr size_t kCodeLength = 3;
 // The three-character code of a display unit state, or null for a state without one.
 const char* DisplayUnitCode(EM_GD_STATUS state) {
   switch (static_cast<int>(state)) {
-    case EM_GD_STATUS_CODE_100: return "100";
-    case EM_GD_STATUS_CODE_010: return "010";
-    case EM_GD_STATUS_CODE_001: return "001";
-    default: return nullptr;
+    case EM_GD_STATUS_CODE_100:
+      return "100";
+    case EM_GD_STATUS_CODE_010:
+      return "010";
+    case EM_GD_STATUS_CODE_001:
+      return "001";
+    default:
+      return nullptr;
   }
 }
 
@@ -79,4 +84,6 @@ bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params) {
   return true;
 }
 
-bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GD_STATUS& /*out*/) { return true; }
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GD_STATUS& /*out*/) {
+  return true;
+}

@@ -17,9 +17,8 @@ typedef GSC_ENUM(EM_PROGRAMMEPLAN_TYPE){
 /* Period type of a timer plan ("PeriodType" 0 to 3); the device defines the meanings. Written
  * when not 0 (any other value v as v - 1); a missing key reads as 1. */
 typedef GSC_ENUM(EM_PLAN_PERIOD_TYPE){
-    EM_PLAN_PERIOD_TYPE_UNKNOWN = 0, EM_PLAN_PERIOD_TYPE_JSON_0 = 1,
-    EM_PLAN_PERIOD_TYPE_JSON_1 = 2,  EM_PLAN_PERIOD_TYPE_JSON_2 = 3,
-    EM_PLAN_PERIOD_TYPE_JSON_3 = 4,
+    EM_PLAN_PERIOD_TYPE_UNKNOWN = 0, EM_PLAN_PERIOD_TYPE_JSON_0 = 1, EM_PLAN_PERIOD_TYPE_JSON_1 = 2,
+    EM_PLAN_PERIOD_TYPE_JSON_2 = 3,  EM_PLAN_PERIOD_TYPE_JSON_3 = 4,
 } EM_PLAN_PERIOD_TYPE;
 
 /* Review state of a timer plan ("ReviewState" 0 or 1); same writing and reading rules. */
@@ -53,18 +52,18 @@ typedef struct tagNET_PLAN_PROGRAMME_INFO {
 
 /* A timer plan: programmes scheduled by time of day over play dates and a date range. */
 typedef struct tagNET_TIMER_PLAN_INFO {
-  char szPlanName[64];                       /* "PlanName" */
-  char szPlanID[64];                         /* "PlanID" */
-  char szSplitScreenID[64];                  /* "SplitScreenID" */
-  EM_PLAN_PERIOD_TYPE emPeriodType;          /* "Timer"."PeriodType" */
-  uint32_t nPlayDatesNum;                    /* length of "Timer"."PlayDates", at most 32 */
-  uint32_t nPlayDates[32];                   /* "Timer"."PlayDates" */
-  tagNET_DATE_INFO stuPlayStartDate;         /* "Timer"."CustomPlayDate"."PlayStartDate" */
-  tagNET_DATE_INFO stuPlayEndDate;           /* "Timer"."CustomPlayDate"."PlayEndDate" */
-  EM_PLAN_REVIEW_STATE emReviewState;        /* "Timer"."ReviewState" */
-  char szReviewOpinion[64];                  /* "ReviewOpinion", beside "Timer" */
-  bool bOverdue;                             /* "Timer"."Overdue" */
-  uint32_t nProgrammesNum;                   /* length of "Timer"."Programmes", at most 32 */
+  char szPlanName[64];                          /* "PlanName" */
+  char szPlanID[64];                            /* "PlanID" */
+  char szSplitScreenID[64];                     /* "SplitScreenID" */
+  EM_PLAN_PERIOD_TYPE emPeriodType;             /* "Timer"."PeriodType" */
+  uint32_t nPlayDatesNum;                       /* length of "Timer"."PlayDates", at most 32 */
+  uint32_t nPlayDates[32];                      /* "Timer"."PlayDates" */
+  tagNET_DATE_INFO stuPlayStartDate;            /* "Timer"."CustomPlayDate"."PlayStartDate" */
+  tagNET_DATE_INFO stuPlayEndDate;              /* "Timer"."CustomPlayDate"."PlayEndDate" */
+  EM_PLAN_REVIEW_STATE emReviewState;           /* "Timer"."ReviewState" */
+  char szReviewOpinion[64];                     /* "ReviewOpinion", beside "Timer" */
+  bool bOverdue;                                /* "Timer"."Overdue" */
+  uint32_t nProgrammesNum;                      /* length of "Timer"."Programmes", at most 32 */
   tagNET_PLAN_PROGRAMME_INFO stuProgrammes[32]; /* "Timer"."Programmes" */
   uint8_t byReserved[512];
 } tagNET_TIMER_PLAN_INFO;

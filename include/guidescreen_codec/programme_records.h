@@ -52,9 +52,7 @@ typedef GSC_ENUM(EM_CAPTURE_TYPE){
 
 /* How a window tours its elements ("TourPeriod" 0 to 2). */
 typedef GSC_ENUM(EM_TOUR_PERIOD_TYPE){
-    EM_TOUR_PERIOD_TYPE_UNKNOWN = 0,
-    EM_TOUR_PERIOD_TYPE_JSON_0 = 1,
-    EM_TOUR_PERIOD_TYPE_JSON_1 = 2,
+    EM_TOUR_PERIOD_TYPE_UNKNOWN = 0, EM_TOUR_PERIOD_TYPE_JSON_0 = 1, EM_TOUR_PERIOD_TYPE_JSON_1 = 2,
     EM_TOUR_PERIOD_TYPE_CUSTOM_TIME = 3, /* the period is nTourPeriodTime ("TourPeriodTime") */
 } EM_TOUR_PERIOD_TYPE;
 
@@ -169,7 +167,7 @@ typedef struct tagNET_PROGRAMME_WINDOW_INFO {
   tagQX_COLOR_RGBA stuBackgroundColor; /* "BackgroundColor" */
   uint32_t nDiaphaneity;               /* "Diaphaneity" */
   EM_TOUR_PERIOD_TYPE emTourPeriod;    /* "TourPeriod" */
-  uint32_t nTourPeriodTime;            /* "TourPeriodTime", only with EM_TOUR_PERIOD_TYPE_CUSTOM_TIME */
+  uint32_t nTourPeriodTime; /* "TourPeriodTime", only with EM_TOUR_PERIOD_TYPE_CUSTOM_TIME */
   uint8_t byReserved1[4];
   uint32_t nElementsNum;    /* entries in the element buffer, length of "Elements" */
   uint8_t* pElementsBuf;    /* the caller's element buffer */

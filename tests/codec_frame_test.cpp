@@ -1,0 +1,173 @@
+// The rules of the codec frame: enumerations, counts, optional keys and keyed collections.
+#include <vector>
+
+#include "codec/frame.h"
+#include "support/fixtures.h"
+
+namespace {
+
+using gsc::test::J;
+using namespace gsc::codec;
+
+enum TestEnum : int { kUnset = 0 };
+
+TEST(EnumWriters, RangeTestedFormWritesOnlyStoredValuesOneToN) {
+  struct Case {
+    int stored;
+    const char* expected;
+  };
+  const Case cases[] = {{0, "{}"}, {1, R"({"E": 0})"}, {3, R"({"E": 2})"},
+                        {4, "{}"}, {-1, "{}"},         {-2147483647 - 1, "{}"}};
+  for (const Case& c : cases) {
+    Json::Value object(Json::objectValue);
+    WriteEnumInRange<3>(object, "E", static_cast<TestEnum>(c.stored));
+    EXPECT_JSON_EQ(c.expected, object) << c.stored;
+  }
+}
+
+TEST(EnumWriters, ZeroTestedFormWritesEveryValueButZeroLessOne) {
+  struct Case {
+    int stored;
+    const char* expected;
+  };
+  const Case cases[] = {{0, "{}"},
+                        {1, R"({"E": 0})"},
+                        {9, R"({"E": 8})"},
+                        {-1, R"({"E": -2})"},
+                        {-2147483647 - 1, R"({"E": 2147483647})"}};
+  for (const Case& c : cases) {
+    Json::Value object(Json::objectValue);
+    WriteEnumIfSet(object, "E", static_cast<TestEnum>(c.stored));
+    EXPECT_JSON_EQ(c.expected, object) << c.stored;
+  }
+}
+
+TEST(EnumReaders, StoreJsonValuePlusOneInRangeAndZeroOtherwise) {
+  struct Case {
+    const char* json;
+    int without_test;  // ReadEnum<3>
+    int with_test;     // ReadEnumIfPresent<3>
+    int or_keep;       // ReadEnumOrKeep<3>, field preset to 7
+  };
+  const Case cases[] = {
+      {R"({"E": 0})", 1, 1, 1},  {R"({"E": 2})", 3, 3, 3}, {R"({"E": 3})", 0, 0, 0},
+      {R"({"E": -1})", 0, 0, 0}, {R"({})", 1, 0, 7},       {R"({"E": null})", 1, 0, 7},
+  };
+  for (const Case& c : cases) {
+    const Json::Value object = J(c.json);
+    TestEnum a = static_cast<TestEnum>(7), b = a, d = a;
+    ReadEnum<3>(object, "E", a);
+    ReadEnumIfPresent<3>(object, "E", b);
+    ReadEnumOrKeep<3>(object, "E", d);
+    EXPECT_EQ(a, c.without_test) << c.json;
+    EXPECT_EQ(b, c.with_test) << c.json;
+    EXPECT_EQ(d, c.or_keep) << c.json;
+  }
+}
+
+TEST(Counts, AreClampedUnsigned) {
+  EXPECT_EQ(ClampCount(4294967295U, 8), 8U);
+  EXPECT_EQ(ClampCount(2147483648U, 8), 8U);
+  EXPECT_EQ(ClampCount(3, 8), 3U);
+  Json::Value object(Json::objectValue);
+  int written = 0;
+  WriteListOrNull(object, "L", 4294967295U, 4, [&](Json::Value& e, uint32_t i) {
+    e = Json::Value(i);
+    ++written;
+  });
+  EXPECT_EQ(written, 4);
+  EXPECT_JSON_EQ(R"({"L": [0, 1, 2, 3]})", object);
+}
+
+TEST(Lists, EmptyListIsNullOrAbsentByForm) {
+  Json::Value object(Json::objectValue);
+  const auto never = [](Json::Value&, uint32_t) { ADD_FAILURE(); };
+  WriteListOrNull(object, "Null", 0, 8, never);
+  WriteListIfAny(object, "Absent", 0, 8, never);
+  EXPECT_JSON_EQ(R"({"Null": null})", object);
+}
+
+TEST(Lists, ReadingKeepsCountAndElementsUnlessTheMemberIsAnArray) {
+  const char* kept[] = {"{}", R"({"L": null})", R"({"L": 5})", R"({"L": {"a": 1}})"};
+  for (const char* json : kept) {
+    uint32_t count = 9;
+    ReadArrayIfPresent(J(json), "L", count, 4, [](const Json::Value&, uint32_t) { ADD_FAILURE(); });
+    EXPECT_EQ(count, 9U) << json;
+  }
+  uint32_t count = 9;
+  std::vector<int> seen;
+  ReadArrayIfPresent(J(R"({"L": [5, 6, 7, 8, 9, 10]})"), "L", count, 4,
+                     [&](const Json::Value& e, uint32_t) { seen.push_back(e.asInt()); });
+  EXPECT_EQ(count, 4U);
+  EXPECT_EQ(seen, (std::vector<int>{5, 6, 7, 8}));
+  ReadArrayIfPresent(J(R"({"L": []})"), "L", count, 4, [](const Json::Value&, uint32_t) {});
+  EXPECT_EQ(count, 0U);
+}
+
+TEST(OptionalKeys, TestedValuesKeepAndUntestedValuesReset) {
+  struct Record {
+    char text[8] = "keep";
+    uint32_t number = 5;
+    bool tested = true;
+    bool untested = true;
+  } r;
+  const Json::Value empty(Json::objectValue);
+  ReadTextIfPresent(empty, "T", r.text);
+  ReadNumber(empty, "N", r.number);
+  ReadBoolIfPresent(empty, "B", r.tested);
+  ReadBool(empty, "B", r.untested);
+  EXPECT_STREQ(r.text, "keep");
+  EXPECT_EQ(r.number, 0U);
+  EXPECT_TRUE(r.tested);
+  EXPECT_FALSE(r.untested);
+  ReadNumber(J(R"({"N": -1})"), "N", r.number);
+  EXPECT_EQ(r.number, 4294967295U);
+}
+
+TEST(WriteText, SendsAnUnterminatedFieldWholeWithoutReadingPastIt) {
+  struct {
+    char field[4];
+    char after[4];
+  } record = {{'a', 'b', 'c', 'd'}, {'X', 'Y', 'Z', '\0'}};
+  Json::Value object(Json::objectValue);
+  WriteText(object, "T", record.field);
+  EXPECT_EQ(object["T"].asString(), "abcd");
+}
+
+// A keyed collection of records that remember which member they were read from.
+struct Named {
+  char id[8];
+};
+void ParseNamed(const Json::Value& json, Named* named) {
+  ReadTextIfPresent(json, "ID", named->id);
+}
+
+TEST(KeyedCollection, ReadsMembersInAscendingByteOrderUpToTheCapacity) {
+  const Json::Value result = J(R"({"infos": {"b": {"ID": "b"}, "a": {"ID": "a"},
+                                             "B": {"ID": "B"}}})");
+  gsc::test::GuardedArray<Named> records(2);
+  EXPECT_EQ(ReadKeyedCollection(result, 2, records.data(), ParseNamed), 2U);
+  EXPECT_STREQ(records[0].id, "B");
+  EXPECT_STREQ(records[1].id, "a");
+  EXPECT_TRUE(records.GuardsIntact());
+}
+
+TEST(KeyedCollection, CapacityZeroOrNoInfosReadsNothing) {
+  Named untouched{"x"};
+  const auto fail = [](const Json::Value&, Named*) { ADD_FAILURE(); };
+  EXPECT_EQ(ReadKeyedCollection(J(R"({"infos": {"a": {}}})"), 0, &untouched, fail), 0U);
+  EXPECT_EQ(ReadKeyedCollection(J("{}"), 5, &untouched, fail), 0U);
+  EXPECT_EQ(ReadKeyedCollection(J(R"({"infos": null})"), 5, &untouched, fail), 0U);
+  EXPECT_EQ(ReadKeyedCollection(J(R"({"infos": {}})"), 5, &untouched, fail), 0U);
+  EXPECT_STREQ(untouched.id, "x");
+}
+
+TEST(KeyedCollection, InfosOfAnotherTypeRaisesJsonCppsError) {
+  Named record{};
+  EXPECT_THROW(ReadKeyedCollection(J(R"({"infos": [1]})"), 5, &record, ParseNamed),
+               Json::Exception);
+  EXPECT_THROW(ReadKeyedCollection(J(R"({"infos": "x"})"), 0, &record, ParseNamed),
+               Json::Exception);
+}
+
+}  // namespace
