@@ -1,6 +1,7 @@
 #include "codec/field_codecs.h"
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "codec/json_string.h"
@@ -39,10 +40,24 @@ void PackText(Json::Value& target, const char* format, Fields... fields) {
 }
 
 void ScanText(const Json::Value& source, const char* format, int32_t& a, int32_t& b, int32_t& c) {
-  const std::string text = source.asString();
+  // Time and date texts are short: scan a terminated copy on the stack, and fall back to the
+  // value's own text (JsonCpp's conversion rules, heap for long texts) for anything else.
+  char local[64];
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  std::string converted;
+  const char* text = local;
+  if (source.isString() && source.getString(&begin, &end) &&
+      static_cast<size_t>(end - begin) < sizeof local) {
+    std::memcpy(local, begin, static_cast<size_t>(end - begin));
+    local[end - begin] = '\0';
+  } else {
+    converted = source.asString();
+    text = converted.c_str();
+  }
   // The count of fields scanned is deliberately ignored: unreached fields keep their values.
   // NOLINTNEXTLINE(cert-err34-c,cppcoreguidelines-pro-type-vararg): partial scans are the contract.
-  (void)std::sscanf(text.c_str(), format, &a, &b, &c);
+  (void)std::sscanf(text, format, &a, &b, &c);
 }
 
 }  // namespace
