@@ -19,6 +19,8 @@ class BufferedRecord {
   ~BufferedRecord() { std::memcpy(at_, &record_, sizeof record_); }
   BufferedRecord(const BufferedRecord&) = delete;
   BufferedRecord& operator=(const BufferedRecord&) = delete;
+  BufferedRecord(BufferedRecord&&) = delete;
+  BufferedRecord& operator=(BufferedRecord&&) = delete;
   Record* get() { return &record_; }
 
  private:
@@ -64,15 +66,16 @@ constexpr int kKindCount = static_cast<int>(sizeof kKinds / sizeof kKinds[0]);
 
 // The kind's entry of the table, or null for a kind without a record.
 const ElementKind* FindKind(EM_ELEMENT_TYPE kind) {
-  const int index = static_cast<int>(kind) - 1;
-  return index >= 0 && index < kKindCount ? &kKinds[index] : nullptr;
+  // Range-tested before subtracting: a header may hold any int, INT_MIN included.
+  const int value = static_cast<int>(kind);
+  return value >= 1 && value <= kKindCount ? &kKinds[value - 1] : nullptr;
 }
 
 // The header's kind is its first 4 bytes; the 128 reserved bytes after it belong to the caller.
 static_assert(offsetof(tagNET_ELEMENT_COMMON_INFO, emElementType) == 0, "kind leads the header");
 
 EM_ELEMENT_TYPE LoadKind(const unsigned char* header) {
-  EM_ELEMENT_TYPE kind;
+  EM_ELEMENT_TYPE kind = EM_ELEMENT_TYPE_UNKNOWN;
   std::memcpy(&kind, header, sizeof kind);
   return kind;
 }

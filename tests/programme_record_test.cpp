@@ -1,10 +1,12 @@
 // The programme record: windows, and the element buffer in which entries of mixed kinds lie end
 // to end. Buffers are inspected the way a careful caller would, through memcpy only, since a
 // record behind a 132-byte header need not be 8 aligned.
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "programme/element_buffer.h"
 #include "programme/programme_codecs.h"
 #include "support/fixtures.h"
 
@@ -256,6 +258,25 @@ TEST(ElementBuffer, WriterStopsTheArrayBeforeTrailingUnknownEntries) {
   Json::Value onlyUnknown;
   PacketPragramme(&programme, onlyUnknown);
   EXPECT_TRUE(onlyUnknown["Ordinary"]["Windows"][0]["Elements"].isNull());
+}
+
+// Headers hold whatever int the caller stored; the extremes are unknown kinds like any other.
+TEST(ElementBuffer, ExtremeUnknownKindsAreHeadersAloneOnBothSides) {
+  for (const int32_t kind : {INT32_MIN, INT32_MAX, -1}) {
+    SCOPED_TRACE(kind);
+    EXPECT_EQ(kHeader, gsc::programme::ElementEntrySize(static_cast<EM_ELEMENT_TYPE>(kind)));
+    GuardedBytes buffer(2 * kHeader + sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO), 4);
+    const size_t at = PutUnknownEntry(buffer.data(), 0, kind);
+    PutEntry(buffer.data(), at, EM_ELEMENT_TYPE_PLACEHOLDER,
+             SampleElement<tagNET_PLACEHOLDER_ELEMENT_INFO>("p", 0));
+    tagNET_PROGRAMME_INFO programme = OneWindow(buffer);
+    programme.stuOrdinary.stuWindows[0].nElementsNum = 2;
+    Json::Value json;
+    PacketPragramme(&programme, json);
+    EXPECT_JSON_EQ(R"([null, {"Name": "p", "Type": 3, "FillerState": true}])",
+                   json["Ordinary"]["Windows"][0]["Elements"]);
+    EXPECT_TRUE(buffer.GuardsIntact());
+  }
 }
 
 TEST(Window, TourPeriodAndItsTime) {
