@@ -50,6 +50,8 @@ void ScanText(const Json::Value& source, const char* format, int32_t& a, int32_t
   if (source.isString() && source.getString(&begin, &end) &&
       static_cast<size_t>(end - begin) < sizeof local) {
     std::memcpy(local, begin, static_cast<size_t>(end - begin));
+    // Read through `text` by sscanf below.
+    // cppcheck-suppress unreadVariable
     local[end - begin] = '\0';
   } else {
     converted = source.asString();

@@ -5,8 +5,9 @@
 #include <cstring>
 #include <string>
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the name is part of the
-// API.
+// The reserved-looking name is part of the API, and the bounded print is variadic like printf.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,cert-dcl50-cpp)
+// NOLINTBEGIN(cppcoreguidelines-pro-type-vararg)
 int _snprintf(char* buffer, unsigned long limit, const char* format, ...) {
   va_list args;
   va_start(args, format);
@@ -24,7 +25,7 @@ int _snprintf(char* buffer, unsigned long limit, const char* format, ...) {
   std::string large;
   if (static_cast<size_t>(length) >= sizeof local) {
     large.resize(static_cast<size_t>(length) + 1);
-    std::vsnprintf(&large[0], large.size(), format, again);
+    (void)std::vsnprintf(&large[0], large.size(), format, again);  // the length is known
     text = large.data();
   }
   va_end(again);
@@ -37,3 +38,5 @@ int _snprintf(char* buffer, unsigned long limit, const char* format, ...) {
   std::memcpy(buffer, text, limit);
   return size == limit ? length : -1;
 }
+// NOLINTEND(cppcoreguidelines-pro-type-vararg)
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,cert-dcl50-cpp)

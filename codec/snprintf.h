@@ -8,8 +8,8 @@
 //   a longer text has its first `limit` characters stored, without terminator, and -1 is returned.
 // Nothing past buffer[limit - 1] is ever written. Callers that need a terminated text pass a
 // zero-filled buffer longer than `limit`. (The platform has no such function; this is ours.)
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the name is part of the
-// API.
+// The reserved-looking name is part of the API.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 int _snprintf(char* buffer, unsigned long limit, const char* format, ...)
 #if defined(__GNUC__)
     __attribute__((format(printf, 3, 4)))
