@@ -1,11 +1,10 @@
 #include "codec/field_codecs.h"
 
-#include <cstdio>
-#include <cstring>
+#include <algorithm>
+#include <cctype>
 #include <string>
 
 #include "codec/json_string.h"
-#include "codec/snprintf.h"
 
 namespace gsc::codec {
 
@@ -27,57 +26,114 @@ bool ParseFourInts(const Json::Value& source, int32_t& a, int32_t& b, int32_t& c
 
 namespace {
 
-// Time and date texts are printed into a zero-filled 16-byte buffer with the limit 15, so the
-// text is always terminated.
-constexpr unsigned long kTextLimit = 15;
+// Time and date texts hold at most 15 characters (the 16-byte buffer of the bounded print, with
+// room for the terminator).
+constexpr size_t kTextLimit = 15;
 
-template <typename... Fields>
-void PackText(Json::Value& target, const char* format, Fields... fields) {
-  char buffer[16] = {};
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the bounded print is variadic by design.
-  _snprintf(buffer, kTextLimit, format, fields...);
-  SetJsonString(target, buffer, true);
+// Appends `value` as printf's "%0<width>d" would print it: a minus sign for negatives, then the
+// decimal digits, zero-padded after the sign to `width` characters in all. INT_MIN is printed
+// from its unsigned magnitude. Returns the new end.
+char* PrintPadded(char* out, int32_t value, int width) {
+  uint32_t magnitude = static_cast<uint32_t>(value);
+  if (value < 0) {
+    *out++ = '-';
+    magnitude = 0U - magnitude;
+    --width;
+  }
+  char digits[10];
+  int count = 0;
+  do {
+    digits[count++] = static_cast<char>('0' + magnitude % 10U);
+    magnitude /= 10U;
+  } while (magnitude != 0U);
+  for (int pad = width - count; pad > 0; --pad) *out++ = '0';
+  while (count > 0) *out++ = digits[--count];
+  return out;
 }
 
-void ScanText(const Json::Value& source, const char* format, int32_t& a, int32_t& b, int32_t& c) {
-  // Time and date texts are short: scan a terminated copy on the stack, and fall back to the
-  // value's own text (JsonCpp's conversion rules, heap for long texts) for anything else.
-  char local[64];
+// Stores "%0<firstWidth>d:%02d:%02d" of the three values into `target`, cut to 15 characters:
+// the text the bounded print makes into a zero-filled 16-byte buffer with the limit 15.
+void PackText(Json::Value& target, int firstWidth, int32_t a, int32_t b, int32_t c) {
+  char text[3 * 11 + 3];  // three signed 32-bit numbers, two colons and a terminator
+  char* end = PrintPadded(text, a, firstWidth);
+  *end++ = ':';
+  end = PrintPadded(end, b, 2);
+  *end++ = ':';
+  end = PrintPadded(end, c, 2);
+  text[std::min(static_cast<size_t>(end - text), kTextLimit)] = '\0';
+  SetJsonString(target, text, true);
+}
+
+// The text ends at `end` or at its first zero byte, as the scanner sees a terminated copy.
+bool AtEnd(const char* at, const char* end) {
+  return at == end || *at == '\0';
+}
+
+// Scans one "%<width>d" of the standard scanner at `at`: white space skipped, an optional sign
+// counted in the width, then decimal digits up to the width. Sets `field` and moves `at` past the
+// number only when at least one digit was read.
+bool ScanNumber(const char*& at, const char* end, int width, int32_t& field) {
+  while (!AtEnd(at, end) && std::isspace(static_cast<unsigned char>(*at))) ++at;
+  if (AtEnd(at, end)) return false;
+  const char* p = at;
+  const bool negative = *p == '-';
+  if (*p == '-' || *p == '+') {
+    ++p;
+    --width;
+  }
+  int32_t value = 0;  // at most four digits: no overflow
+  const char* digits = p;
+  for (; width > 0 && !AtEnd(p, end) && *p >= '0' && *p <= '9'; ++p, --width) {
+    value = value * 10 + (*p - '0');
+  }
+  if (p == digits) return false;
+  field = negative ? -value : value;
+  at = p;
+  return true;
+}
+
+// Scans "%0<firstWidth>d:%02d:%02d" as sscanf does: the fields up to the first failure are set,
+// the others keep their values. A literal ':' must follow directly, without white space.
+void ScanThree(const char* at, const char* end, int firstWidth, int32_t& a, int32_t& b,
+               int32_t& c) {
+  if (!ScanNumber(at, end, firstWidth, a)) return;
+  if (AtEnd(at, end) || *at != ':') return;
+  ++at;
+  if (!ScanNumber(at, end, 2, b)) return;
+  if (AtEnd(at, end) || *at != ':') return;
+  ++at;
+  ScanNumber(at, end, 2, c);
+}
+
+void ScanText(const Json::Value& source, int firstWidth, int32_t& a, int32_t& b, int32_t& c) {
+  // A string is scanned where it lies; any other value through its JsonCpp text (asString's
+  // conversions, and its exceptions for arrays and objects).
   const char* begin = nullptr;
   const char* end = nullptr;
-  std::string converted;
-  const char* text = local;
-  if (source.isString() && source.getString(&begin, &end) &&
-      static_cast<size_t>(end - begin) < sizeof local) {
-    std::memcpy(local, begin, static_cast<size_t>(end - begin));
-    // Read through `text` by sscanf below.
-    // cppcheck-suppress unreadVariable
-    local[end - begin] = '\0';
-  } else {
-    converted = source.asString();
-    text = converted.c_str();
+  if (source.isString() && source.getString(&begin, &end)) {
+    ScanThree(begin, end, firstWidth, a, b, c);
+    return;
   }
-  // The count of fields scanned is deliberately ignored: unreached fields keep their values.
-  // NOLINTNEXTLINE(cert-err34-c,cppcoreguidelines-pro-type-vararg): partial scans are the contract.
-  (void)std::sscanf(text, format, &a, &b, &c);
+  const std::string converted = source.asString();
+  ScanThree(converted.data(), converted.data() + converted.size(), firstWidth, a, b, c);
 }
 
 }  // namespace
 
 void PackTimeOfDay(Json::Value& target, const tagNET_TIME_OF_DAY& time) {
-  PackText(target, "%02d:%02d:%02d", time.nHour, time.nMinute, time.nSecond);
+  PackText(target, 2, time.nHour, time.nMinute, time.nSecond);
 }
 
 void ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time) {
-  ScanText(source, "%02d:%02d:%02d", time.nHour, time.nMinute, time.nSecond);
+  ScanText(source, 2, time.nHour, time.nMinute, time.nSecond);
 }
 
 void PackDate(Json::Value& target, const tagNET_DATE_INFO& date) {
-  PackText(target, "%04d:%02d:%02d", date.nYear, date.nMonth, date.nDay);
+  PackText(target, 4, date.nYear, date.nMonth, date.nDay);
 }
 
 void ParseDate(const Json::Value& source, tagNET_DATE_INFO& date) {
-  ScanText(source, "%04d:%02d:%02d", date.nYear, date.nMonth, date.nDay);
+  ScanText(source, 4, date.nYear, date.nMonth, date.nDay);
 }
 
 }  // namespace gsc::codec

@@ -26,6 +26,15 @@ inline Json::Value& Put(Json::Value& object, const char* key) {
   return object[Json::StaticString(key)];
 }
 
+// Member `key` of `object` for reading: exactly what const operator[] gives (the member, null when
+// missing, and JsonCpp's exception when `object` is neither an object nor null), looked up once
+// with the literal's length instead of measuring it. `key` must be a literal.
+template <size_t K>
+const Json::Value& Member(const Json::Value& object, const char (&key)[K]) {
+  const Json::Value* member = object.find(key, key + (K - 1));
+  return member != nullptr ? *member : Json::Value::nullSingleton();
+}
+
 // ---- Counts ----------------------------------------------------------------------------------
 
 // A count clamped to a capacity, compared unsigned (2^31 and above count as large).
@@ -36,37 +45,42 @@ constexpr uint32_t ClampCount(uint32_t count, uint32_t capacity) {
 // ---- Reading ---------------------------------------------------------------------------------
 
 // A text read only when present: GetJsonString into the whole field.
-template <size_t N>
-void ReadTextIfPresent(const Json::Value& object, const char* key, char (&field)[N]) {
+template <size_t N, size_t K>
+void ReadTextIfPresent(const Json::Value& object, const char (&key)[K], char (&field)[N]) {
   static_assert(N <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
-  const Json::Value& member = object[key];
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) GetJsonString(member, field, static_cast<int>(N), true);
 }
 
 // A text read always: a missing or null member stores an empty text.
-template <size_t N>
-void ReadText(const Json::Value& object, const char* key, char (&field)[N]) {
-  GetJsonString(object[key], field, static_cast<int>(N), true);
+template <size_t N, size_t K>
+void ReadText(const Json::Value& object, const char (&key)[K], char (&field)[N]) {
+  GetJsonString(Member(object, key), field, static_cast<int>(N), true);
 }
 
 // A number always read with asInt (missing gives 0); an unsigned field stores the signed value's
 // bits (-1 becomes 4294967295).
-inline void ReadNumber(const Json::Value& object, const char* key, uint32_t& field) {
-  field = static_cast<uint32_t>(object[key].asInt());
+template <size_t K>
+void ReadNumber(const Json::Value& object, const char (&key)[K], uint32_t& field) {
+  field = static_cast<uint32_t>(Member(object, key).asInt());
 }
-inline void ReadNumber(const Json::Value& object, const char* key, int32_t& field) {
-  field = object[key].asInt();
+template <size_t K>
+void ReadNumber(const Json::Value& object, const char (&key)[K], int32_t& field) {
+  field = Member(object, key).asInt();
 }
-inline void ReadReal(const Json::Value& object, const char* key, double& field) {
-  field = object[key].asDouble();
+template <size_t K>
+void ReadReal(const Json::Value& object, const char (&key)[K], double& field) {
+  field = Member(object, key).asDouble();
 }
 
 // A boolean always read (missing gives false) or only when present.
-inline void ReadBool(const Json::Value& object, const char* key, bool& field) {
-  field = object[key].asBool();
+template <size_t K>
+void ReadBool(const Json::Value& object, const char (&key)[K], bool& field) {
+  field = Member(object, key).asBool();
 }
-inline void ReadBoolIfPresent(const Json::Value& object, const char* key, bool& field) {
-  const Json::Value& member = object[key];
+template <size_t K>
+void ReadBoolIfPresent(const Json::Value& object, const char (&key)[K], bool& field) {
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) field = member.asBool();
 }
 
@@ -77,55 +91,57 @@ void StoreEnum(int json, Enum& field) {
 }
 
 // An enumeration read without a presence test: a missing member reads as JSON 0 and stores 1.
-template <int N, typename Enum>
-void ReadEnum(const Json::Value& object, const char* key, Enum& field) {
+template <int N, typename Enum, size_t K>
+void ReadEnum(const Json::Value& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
-  StoreEnum<N>(object[key].asInt(), field);
+  StoreEnum<N>(Member(object, key).asInt(), field);
 }
 
 // An enumeration read with a presence test: a missing member stores 0.
-template <int N, typename Enum>
-void ReadEnumIfPresent(const Json::Value& object, const char* key, Enum& field) {
+template <int N, typename Enum, size_t K>
+void ReadEnumIfPresent(const Json::Value& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
-  const Json::Value& member = object[key];
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) StoreEnum<N>(member.asInt(), field);
 }
 
 // An enumeration that keeps the caller's value when the member is missing or null.
-template <int N, typename Enum>
-void ReadEnumOrKeep(const Json::Value& object, const char* key, Enum& field) {
-  const Json::Value& member = object[key];
+template <int N, typename Enum, size_t K>
+void ReadEnumOrKeep(const Json::Value& object, const char (&key)[K], Enum& field) {
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) StoreEnum<N>(member.asInt(), field);
 }
 
 // Rectangles, colours, times and dates are read only when present; a malformed rectangle or
 // colour leaves the field as it was, a malformed time or date sets what the scan reached.
-inline void ReadRectIfPresent(const Json::Value& object, const char* key, tagNET_RECT& field) {
-  const Json::Value& member = object[key];
+template <size_t K>
+void ReadRectIfPresent(const Json::Value& object, const char (&key)[K], tagNET_RECT& field) {
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) JsonRect::parse(member, field);
 }
-inline void ReadColorIfPresent(const Json::Value& object, const char* key,
-                               tagQX_COLOR_RGBA& field) {
-  const Json::Value& member = object[key];
+template <size_t K>
+void ReadColorIfPresent(const Json::Value& object, const char (&key)[K], tagQX_COLOR_RGBA& field) {
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) JsonColor::parse(member, field);
 }
-inline void ReadTimeIfPresent(const Json::Value& object, const char* key,
-                              tagNET_TIME_OF_DAY& field) {
-  const Json::Value& member = object[key];
+template <size_t K>
+void ReadTimeIfPresent(const Json::Value& object, const char (&key)[K], tagNET_TIME_OF_DAY& field) {
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) ParseTimeOfDay(member, field);
 }
-inline void ReadDateIfPresent(const Json::Value& object, const char* key, tagNET_DATE_INFO& field) {
-  const Json::Value& member = object[key];
+template <size_t K>
+void ReadDateIfPresent(const Json::Value& object, const char (&key)[K], tagNET_DATE_INFO& field) {
+  const Json::Value& member = Member(object, key);
   if (!member.isNull()) ParseDate(member, field);
 }
 
 // An array read only when present, not null and an array: `count` becomes its size clamped to
 // `capacity`, and read(element, index) runs for index 0 to count - 1. Otherwise count and
 // elements keep their values.
-template <typename ReadElement>
-void ReadArrayIfPresent(const Json::Value& object, const char* key, uint32_t& count,
+template <typename ReadElement, size_t K>
+void ReadArrayIfPresent(const Json::Value& object, const char (&key)[K], uint32_t& count,
                         uint32_t capacity, ReadElement read) {
-  const Json::Value& member = object[key];
+  const Json::Value& member = Member(object, key);
   if (!member.isArray()) return;
   count = ClampCount(member.size(), capacity);
   for (uint32_t i = 0; i < count; ++i) read(member[i], i);
@@ -208,7 +224,7 @@ void WriteListIfAny(Json::Value& object, const char* key, uint32_t count, uint32
 // an "infos" of another type raises what JsonCpp's member listing raises.
 template <typename Visit>
 void ForEachKeyedMember(const Json::Value& result, Visit visit) {
-  const Json::Value& infos = result["infos"];
+  const Json::Value& infos = Member(result, "infos");
   if (!infos.isObject()) {
     (void)infos.getMemberNames();  // empty for null; JsonCpp throws for any other type
     return;

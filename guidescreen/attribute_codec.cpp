@@ -37,7 +37,7 @@ void ParseAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INF
   ReadBool(json, "Enable", bright.bEnable);
   ReadNumber(json, "LightBright", bright.nLightBright);
   ReadNumber(json, "DarkBright", bright.nDarkBright);
-  const Json::Value& times = json["Time"];
+  const Json::Value& times = Member(json, "Time");
   if (!times.isArray()) return;
   // All twelve entries are read whatever the array's size; missing ones read as 0.
   for (uint32_t i = 0; i < kSunEntries; ++i) {
@@ -99,7 +99,7 @@ void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIB
                      [&](const Json::Value& screen, uint32_t i) {
                        ParseSplitScreen(screen, info->stuSplitScreenList[i]);
                      });
-  const Json::Value& autoBright = json["AutoBright"];
+  const Json::Value& autoBright = Member(json, "AutoBright");
   if (!autoBright.isNull()) ParseAutoBright(autoBright, info->stuAutoBright);
 }
 

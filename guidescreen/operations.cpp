@@ -54,7 +54,7 @@ bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params
 }
 
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out) {
-  ParseGuidScreenAttribute(result["DisplayScreenCfg"], &out.stuInfo);
+  ParseGuidScreenAttribute(Member(result, "DisplayScreenCfg"), &out.stuInfo);
   return true;
 }
 

@@ -8,7 +8,7 @@ using gsc::plan::WritePlanHeader;
 void ParseImmePlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO* info) {
   if (info == nullptr) return;
   ReadPlanHeader(plan, *info);
-  const Json::Value& immediately = plan["Immediately"];
+  const Json::Value& immediately = Member(plan, "Immediately");
   if (immediately.isNull()) return;
   ReadBool(immediately, "Enable", info->bEnable);
   ReadNumber(immediately, "PlayTime", info->nPlayTime);

@@ -55,7 +55,7 @@ bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params) 
 }
 
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out) {
-  const Json::Value& plan = result["ProgrammePlan"];
+  const Json::Value& plan = Member(result, "ProgrammePlan");
   ReadEnum<kPlanTypes>(plan, "PlanType", out.emPlanType);
   if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY) {
     ParseImmePlan(plan, &out.stuImmePlan);

@@ -34,14 +34,14 @@ void PacketPlanProgramme(const tagNET_PLAN_PROGRAMME_INFO& programme, Json::Valu
 void ParseTimerPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO* info) {
   if (info == nullptr) return;
   ReadPlanHeader(plan, *info);
-  const Json::Value& timer = plan["Timer"];
+  const Json::Value& timer = Member(plan, "Timer");
   if (timer.isNull()) return;
   ReadEnum<kPeriodTypes>(timer, "PeriodType", info->emPeriodType);
   ReadArrayIfPresent(timer, "PlayDates", info->nPlayDatesNum, kMaxPlayDates,
                      [&](const Json::Value& date, uint32_t i) {
                        info->nPlayDates[i] = static_cast<uint32_t>(date.asInt());
                      });
-  const Json::Value& customDates = timer["CustomPlayDate"];
+  const Json::Value& customDates = Member(timer, "CustomPlayDate");
   ReadDateIfPresent(customDates, "PlayStartDate", info->stuPlayStartDate);
   ReadDateIfPresent(customDates, "PlayEndDate", info->stuPlayEndDate);
   ReadEnum<kReviewStates>(timer, "ReviewState", info->emReviewState);

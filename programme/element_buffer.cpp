@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "codec/frame.h"
 #include "programme/programme_codecs.h"
 
 namespace gsc::programme {
@@ -101,7 +102,7 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
   uint32_t stored = 0;
   for (Json::ArrayIndex j = 0; j < elements.size(); ++j) {
     const Json::Value& element = elements[j];
-    const EM_ELEMENT_TYPE kind = ElementKindOfType(element["Type"].asInt());
+    const EM_ELEMENT_TYPE kind = ElementKindOfType(codec::Member(element, "Type").asInt());
     const size_t entry = ElementEntrySize(kind);
     // used never exceeds capacity, so the room left is computed without wrapping.
     if (entry > capacity - used) break;

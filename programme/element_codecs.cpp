@@ -17,7 +17,7 @@ constexpr int kCaptureTypeValues = 2;
 // A missing "Video" object is looked into all the same: its members read as null.
 void ParseVideoElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO* info) {
   ReadElementHead(json, info->szName, info->bFillerState);
-  const Json::Value& video = json["Video"];
+  const Json::Value& video = Member(json, "Video");
   ReadTextIfPresent(video, "Path", info->szPath);
   ReadNumber(video, "PlayCount", info->nPlayCount);
   ReadNoteList(json, info->nNoteNum, info->stuNote);
@@ -34,7 +34,7 @@ void PacketVideoElement(const tagNET_VIDEO_ELEMENT_INFO* info, Json::Value& json
 
 void ParsePictureElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO* info) {
   ReadElementHead(json, info->szName, info->bFillerState);
-  const Json::Value& picture = json["Picture"];
+  const Json::Value& picture = Member(json, "Picture");
   ReadTextIfPresent(picture, "Path", info->szPath);
   ReadNumber(picture, "PlayTime", info->nPlayTime);
   ReadNumber(picture, "PlayCount", info->nPlayCount);
@@ -62,7 +62,7 @@ void PacketPictureElement(const tagNET_PICTURE_ELEMENT_INFO* info, Json::Value& 
 // "Text" has no presence test of its own: a missing one still resets the block's numbers.
 void ParseTextElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO* info) {
   ReadElementHead(json, info->szName, info->bFillerState);
-  ParseText(json["Text"], &info->stuText);
+  ParseText(Member(json, "Text"), &info->stuText);
   ReadNoteList(json, info->nNoteNum, info->stuNote);
 }
 
@@ -88,7 +88,7 @@ void PacketPlaceHolderElement(const tagNET_PLACEHOLDER_ELEMENT_INFO* info, Json:
 // with the capture type and the play time.
 void ParseCaptureElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO* info) {
   ReadElementHead(json, info->szName, info->bFillerState);
-  const Json::Value& device = json["DeviceInfo"];
+  const Json::Value& device = Member(json, "DeviceInfo");
   ReadTextIfPresent(device, "UserName", info->szUserName);
   ReadTextIfPresent(device, "Password", info->szPassword);
   ReadTextIfPresent(device, "IP", info->szIP);

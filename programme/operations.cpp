@@ -33,7 +33,7 @@ bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params) {
 }
 
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out) {
-  ParseProgramme(result["Programme"], &out.stuProgramme);
+  ParseProgramme(Member(result, "Programme"), &out.stuProgramme);
   return true;
 }
 

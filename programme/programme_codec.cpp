@@ -22,7 +22,7 @@ void ParseWindow(const Json::Value& json, tagNET_PROGRAMME_WINDOW_INFO& window) 
   if (window.emTourPeriod == EM_TOUR_PERIOD_TYPE_CUSTOM_TIME) {
     ReadNumber(json, "TourPeriodTime", window.nTourPeriodTime);
   }
-  const Json::Value& elements = json["Elements"];
+  const Json::Value& elements = Member(json, "Elements");
   if (elements.isArray()) {
     window.nElementsNum = ReadElementList(elements, window.pElementsBuf, window.nElementsBufLen);
   }
@@ -65,7 +65,7 @@ void ParseProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO* info) {
   ReadTextIfPresent(json, "ProgrammeName", info->szProgrammeName);
   ReadTextIfPresent(json, "ProgrammeID", info->szProgrammeID);
   ReadBool(json, "Enable", info->bEnable);
-  const Json::Value& ordinary = json["Ordinary"];
+  const Json::Value& ordinary = Member(json, "Ordinary");
   if (!ordinary.isNull()) ParseOrdinary(ordinary, info->stuOrdinary);
 }
 

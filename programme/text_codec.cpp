@@ -50,7 +50,7 @@ void ParseNotes(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO* info) {
   ReadBoolIfPresent(json, "Enable", info->bEnable);
   ReadRectIfPresent(json, "NoteRect", info->stuNoteRect);
   // Unlike a text element's "Text", a note's text block is left alone when the note has none.
-  const Json::Value& noteInfo = json["NoteInfo"];
+  const Json::Value& noteInfo = Member(json, "NoteInfo");
   if (!noteInfo.isNull()) ParseText(noteInfo, &info->stuNoteInfo);
 }
 
