@@ -1,0 +1,45 @@
+// The seventeen operations as the inspector knows them: names, JSON keys, record tables,
+// embedded samples and the library's serialize/deserialize pair behind each.
+#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_OPERATIONS_TABLE_H
+#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_OPERATIONS_TABLE_H
+
+#include <json/value.h>
+
+#include <string>
+#include <vector>
+
+#include "field_table.h"
+
+namespace gsc::fields {
+
+struct Operation {
+  const char* name;
+  const char* request_keys;    // top-level members serialize writes
+  const char* answer_keys;     // top-level members deserialize reads
+  const RecordTable* request;  // the input record
+  const RecordTable* answer;   // the output record
+  std::string request_sample;  // an input record in field-named form
+  std::string answer_sample;   // a device answer (the result deserialize receives)
+  void (*serialize)(const void* in, Json::Value& params);
+  void (*deserialize)(const Json::Value& result, void* out);
+};
+
+// All seventeen, in the order of the library's headers. Not to be called before main starts.
+const std::vector<Operation>& Operations();
+
+// The operation called `name`, or nullptr.
+const Operation* FindOperation(const std::string& name);
+
+// The request parameters serialize writes for the input record given in field-named form.
+// Throws FieldError for a form that does not describe the record.
+Json::Value Encode(const Operation& op, const Json::Value& form);
+
+// What the caller's output record receives from `result`: the record is zero-filled and
+// prepared with `room` as a caller would, read by deserialize and shown in field-named form.
+// What JsonCpp raises for a value of the wrong type passes through.
+Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
+                   const ShowOptions& options);
+
+}  // namespace gsc::fields
+
+#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_OPERATIONS_TABLE_H

@@ -1,0 +1,19 @@
+// The field tables of the records that the operations' records are built from.
+#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TABLES_H
+#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TABLES_H
+
+#include "field_table.h"
+
+namespace gsc::fields {
+
+extern const EnumType kGdStatusEnum;            // EM_GD_STATUS
+extern const EnumType kPlanTypeEnum;            // EM_PROGRAMMEPLAN_TYPE
+extern const RecordTable kScreenTable;          // tagNET_GUIDESCREEN_ATTRIBUTE_INFO
+extern const RecordTable kProgrammeTable;       // tagNET_PROGRAMME_INFO
+extern const RecordTable kBriefProgrammeTable;  // tagNET_BRIEFLY_PROGRAMME_INFO
+extern const RecordTable kImmePlanTable;        // tagNET_IMMEDIATELY_PLAN_INFO
+extern const RecordTable kTimerPlanTable;       // tagNET_TIMER_PLAN_INFO
+
+}  // namespace gsc::fields
+
+#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TABLES_H
