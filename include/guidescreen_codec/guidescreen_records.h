@@ -92,6 +92,7 @@ typedef struct tagNET_IN_SET_GUIDESCREEN_CFG {
   tagNET_GUIDESCREEN_ATTRIBUTE_INFO* pstuInfos; /* caller's array of nInfosNum records */
 } tagNET_IN_SET_GUIDESCREEN_CFG;
 
+/* The answer of SET_GUIDESCREEN_CFG: nothing is read into it. */
 typedef struct tagNET_OUT_SET_GUIDESCREEN_CFG {
   uint32_t dwSize;
 } tagNET_OUT_SET_GUIDESCREEN_CFG;
@@ -103,11 +104,13 @@ typedef struct tagNET_IN_GET_GUIDESCREEN_CFG_BYID {
   char szScreenID[64]; /* "ScreenID" */
 } tagNET_IN_GET_GUIDESCREEN_CFG_BYID;
 
+/* The answer of GET_GUIDESCREEN_CFG_BYID: the screen read into stuInfo, merged. */
 typedef struct tagNET_OUT_GET_GUIDESCREEN_CFG_BYID {
   uint32_t dwSize;
   tagNET_GUIDESCREEN_ATTRIBUTE_INFO stuInfo; /* merged from "DisplayScreenCfg" */
 } tagNET_OUT_GET_GUIDESCREEN_CFG_BYID;
 
+/* GET_ALL_GUIDESCREEN_CFG: the request has no parameters. */
 typedef struct tagNET_IN_GET_ALL_GUIDESCREEN_CFG {
   uint32_t dwSize;
 } tagNET_IN_GET_ALL_GUIDESCREEN_CFG;
@@ -133,6 +136,7 @@ typedef struct tagNET_IN_SET_GD_STATUS {
   EM_GD_STATUS emStatus[170]; /* "Status" */
 } tagNET_IN_SET_GD_STATUS;
 
+/* The answer of SET_GD_STATUS: nothing is read into it. */
 typedef struct tagNET_OUT_SET_GD_STATUS {
   uint32_t dwSize;
 } tagNET_OUT_SET_GD_STATUS;

@@ -68,6 +68,7 @@ typedef struct tagNET_TIMER_PLAN_INFO {
   uint8_t byReserved[512];
 } tagNET_TIMER_PLAN_INFO;
 
+/* GET_ALL_PROGRAMMEPLANS: the request has no parameters. */
 typedef struct tagNET_IN_GET_ALL_PROGRAMMEPLANS {
   uint32_t dwSize;
 } tagNET_IN_GET_ALL_PROGRAMMEPLANS;
@@ -83,6 +84,7 @@ typedef struct tagNET_OUT_GET_ALL_PROGRAMMEPLANS {
   tagNET_TIMER_PLAN_INFO* pstuTimerPlans;      /* caller's array of nMaxPlanNum records */
 } tagNET_OUT_GET_ALL_PROGRAMMEPLANS;
 
+/* GET_PROGRAMMEPLAN_BYID: the plan asked for, sent as "ProgrammePlanID". */
 typedef struct tagNET_IN_GET_PROGRAMMEPLAN_BYID {
   uint32_t dwSize;
   char szProgrammePlanID[64]; /* "ProgrammePlanID" */
@@ -96,11 +98,13 @@ typedef struct tagNET_OUT_GET_PROGRAMMEPLAN_BYID {
   tagNET_TIMER_PLAN_INFO stuTimerPlan;
 } tagNET_OUT_GET_PROGRAMMEPLAN_BYID;
 
+/* ADD_IMME_PROGRAMMEPLAN: the new immediate plan, sent as "info" with "PlanType" 0. */
 typedef struct tagNET_IN_ADD_IMME_PROGRAMMEPLAN {
   uint32_t dwSize;
   tagNET_IMMEDIATELY_PLAN_INFO stuInfo; /* "info" */
 } tagNET_IN_ADD_IMME_PROGRAMMEPLAN;
 
+/* ADD_TIMER_PROGRAMMEPLAN: the new timer plan, sent as "info" with "PlanType" 1. */
 typedef struct tagNET_IN_ADD_TIMER_PROGRAMMEPLAN {
   uint32_t dwSize;
   tagNET_TIMER_PLAN_INFO stuInfo; /* "info" */
@@ -118,15 +122,18 @@ typedef struct tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN {
   tagNET_IMMEDIATELY_PLAN_INFO stuProgrammePlan; /* "ProgrammePlan" */
 } tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN;
 
+/* The answer of MODIFY_IMME_PROGRAMMEPLAN: nothing is read into it. */
 typedef struct tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN {
   uint32_t dwSize;
 } tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN;
 
+/* The plan's own szPlanID names the timer plan to modify; it is sent twice. */
 typedef struct tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN {
   uint32_t dwSize;
   tagNET_TIMER_PLAN_INFO stuProgrammePlan; /* "ProgrammePlan" */
 } tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN;
 
+/* The answer of MODIFY_TIMER_PROGRAMMEPLAN: nothing is read into it. */
 typedef struct tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN {
   uint32_t dwSize;
 } tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN;
@@ -138,6 +145,7 @@ typedef struct tagNET_IN_DEL_PROGRAMMEPLANS {
   char szProgrammePlanIDList[32][64]; /* "ProgrammePlanIDList" */
 } tagNET_IN_DEL_PROGRAMMEPLANS;
 
+/* The answer of DEL_PROGRAMMEPLANS: nothing is read into it. */
 typedef struct tagNET_OUT_DEL_PROGRAMMEPLANS {
   uint32_t dwSize;
 } tagNET_OUT_DEL_PROGRAMMEPLANS;

@@ -16,6 +16,7 @@ typedef GSC_ENUM(EM_TEXT_HORI_ALIGN){
     EM_TEXT_HORI_ALIGN_JSON_2 = 3,
 } EM_TEXT_HORI_ALIGN;
 
+/* Vertical alignment of a text block; same rules as EM_TEXT_HORI_ALIGN. */
 typedef GSC_ENUM(EM_TEXT_VERT_ALIGN){
     EM_TEXT_VERT_ALIGN_UNKNOWN = 0,
     EM_TEXT_VERT_ALIGN_JSON_0 = 1,
@@ -23,11 +24,13 @@ typedef GSC_ENUM(EM_TEXT_VERT_ALIGN){
     EM_TEXT_VERT_ALIGN_JSON_2 = 3,
 } EM_TEXT_VERT_ALIGN;
 
+/* How a text or picture enters ("EnterStyle"); same rules as EM_TEXT_HORI_ALIGN. */
 typedef GSC_ENUM(EM_ENTER_STYLE){
     EM_ENTER_STYLE_UNKNOWN = 0, EM_ENTER_STYLE_JSON_0 = 1, EM_ENTER_STYLE_JSON_1 = 2,
     EM_ENTER_STYLE_JSON_2 = 3,  EM_ENTER_STYLE_JSON_3 = 4, EM_ENTER_STYLE_JSON_4 = 5,
 } EM_ENTER_STYLE;
 
+/* How a text or picture leaves ("ExitStyle"); same rules as EM_TEXT_HORI_ALIGN. */
 typedef GSC_ENUM(EM_EXIT_STYLE){
     EM_EXIT_STYLE_UNKNOWN = 0, EM_EXIT_STYLE_JSON_0 = 1, EM_EXIT_STYLE_JSON_1 = 2,
     EM_EXIT_STYLE_JSON_2 = 3,  EM_EXIT_STYLE_JSON_3 = 4, EM_EXIT_STYLE_JSON_4 = 5,
@@ -91,6 +94,7 @@ typedef struct tagNET_GUIDESCREEN_NOTE_INFO {
 /* Every element record starts with szName and bFillerState and ends with nNoteNum, stuNote and
  * byReserved; the kind's own fields sit in between, at the same level. */
 
+/* A video element ("Type" 0). */
 typedef struct tagNET_VIDEO_ELEMENT_INFO {
   char szName[64];                         /* "Name" */
   bool bFillerState;                       /* "FillerState" */
@@ -101,6 +105,7 @@ typedef struct tagNET_VIDEO_ELEMENT_INFO {
   uint8_t byReserved[128];
 } tagNET_VIDEO_ELEMENT_INFO;
 
+/* A picture element ("Type" 1). */
 typedef struct tagNET_PICTURE_ELEMENT_INFO {
   char szName[64];             /* "Name" */
   bool bFillerState;           /* "FillerState" */
@@ -116,6 +121,7 @@ typedef struct tagNET_PICTURE_ELEMENT_INFO {
   uint8_t byReserved[128];
 } tagNET_PICTURE_ELEMENT_INFO;
 
+/* A text element ("Type" 2): one text block and its notes. */
 typedef struct tagNET_TEXT_ELEMENT_INFO {
   char szName[64];                      /* "Name" */
   bool bFillerState;                    /* "FillerState" */
@@ -125,6 +131,7 @@ typedef struct tagNET_TEXT_ELEMENT_INFO {
   uint8_t byReserved[128];
 } tagNET_TEXT_ELEMENT_INFO;
 
+/* A placeholder element ("Type" 3): the common fields and notes only. */
 typedef struct tagNET_PLACEHOLDER_ELEMENT_INFO {
   char szName[64];   /* "Name" */
   bool bFillerState; /* "FillerState" */
@@ -202,6 +209,7 @@ typedef struct tagNET_BRIEFLY_PROGRAMME_INFO {
   uint8_t byReserved[512];
 } tagNET_BRIEFLY_PROGRAMME_INFO;
 
+/* GET_PROGRAMME_BYID: the programme asked for, sent as "ProgrammeID". */
 typedef struct tagNET_IN_GET_PROGRAMME_BYID {
   uint32_t dwSize;
   char szProgrammeID[64]; /* "ProgrammeID" */
@@ -213,6 +221,7 @@ typedef struct tagNET_OUT_GET_PROGRAMME_BYID {
   tagNET_PROGRAMME_INFO stuProgramme; /* merged from "Programme" */
 } tagNET_OUT_GET_PROGRAMME_BYID;
 
+/* GET_ALL_PROGRAMMES: the request has no parameters. */
 typedef struct tagNET_IN_GET_ALL_PROGRAMMES {
   uint32_t dwSize;
 } tagNET_IN_GET_ALL_PROGRAMMES;
@@ -225,6 +234,7 @@ typedef struct tagNET_OUT_GET_ALL_PROGRAMMES {
   tagNET_PROGRAMME_INFO* pstuInfos; /* caller's array, element buffers set up */
 } tagNET_OUT_GET_ALL_PROGRAMMES;
 
+/* GET_ALL_BRIEFLYPROGRAMMES: the request has no parameters. */
 typedef struct tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES {
   uint32_t dwSize;
 } tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES;
@@ -236,11 +246,13 @@ typedef struct tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES {
   tagNET_BRIEFLY_PROGRAMME_INFO stuInfos[32];
 } tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES;
 
+/* ADD_ONE_PROGRAMME: the new programme (its element buffers laid out by the caller). */
 typedef struct tagNET_IN_ADD_ONE_PROGRAMME {
   uint32_t dwSize;
   tagNET_PROGRAMME_INFO stuInfo; /* "info" */
 } tagNET_IN_ADD_ONE_PROGRAMME;
 
+/* The answer of ADD_ONE_PROGRAMME: the identifier the device gave the programme. */
 typedef struct tagNET_OUT_ADD_ONE_PROGRAMME {
   uint32_t dwSize;
   char szProgrammeID[64]; /* "ProgrammeID" of the new programme */
@@ -252,6 +264,7 @@ typedef struct tagNET_IN_MODIFY_ONE_PROGRAMME {
   tagNET_PROGRAMME_INFO stuProgramme; /* "Programme" */
 } tagNET_IN_MODIFY_ONE_PROGRAMME;
 
+/* The answer of MODIFY_ONE_PROGRAMME: nothing is read into it. */
 typedef struct tagNET_OUT_MODIFY_ONE_PROGRAMME {
   uint32_t dwSize;
 } tagNET_OUT_MODIFY_ONE_PROGRAMME;
@@ -264,6 +277,7 @@ typedef struct tagNET_IN_DEL_PROGRAMMES {
   char szProgrammeIDList[32][64]; /* "ProgrammeIDList" */
 } tagNET_IN_DEL_PROGRAMMES;
 
+/* The answer of DEL_PROGRAMMES: nothing is read into it. */
 typedef struct tagNET_OUT_DEL_PROGRAMMES {
   uint32_t dwSize;
 } tagNET_OUT_DEL_PROGRAMMES;
