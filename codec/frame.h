@@ -157,6 +157,7 @@ template <size_t N>
 void WriteText(Json::Value& object, const char* key, const char (&field)[N]) {
   SetJsonText(Put(object, key), field, N);
 }
+// A number, flag, rectangle, colour, time or date, always written under `key`.
 inline void WriteUnsigned(Json::Value& object, const char* key, uint32_t value) {
   Put(object, key) = Json::Value(static_cast<Json::UInt>(value));
 }

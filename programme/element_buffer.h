@@ -14,6 +14,7 @@
 
 namespace gsc::programme {
 
+// Bytes of an entry header; the record of its kind follows right after.
 constexpr size_t kElementHeaderSize = sizeof(tagNET_ELEMENT_COMMON_INFO);
 
 // Bytes one entry of `kind` takes: the header and the kind's record, or the header alone for a

@@ -11,6 +11,7 @@
 
 namespace gsc::programme {
 
+// Notes an element holds (stuNote[4]); a longer "Note" array is clamped to it.
 constexpr uint32_t kMaxNotes = 4;
 
 // The "Type" an element of `kind` travels with (kind - 1).
