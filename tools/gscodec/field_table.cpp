@@ -199,6 +199,7 @@ void FillCallerArray(const RecordTable& table, const Field& f, const Json::Value
   size_t n = v.size();
   n = std::max<size_t>(n, Number(table, record, f.count));
   if (f.limit) n = std::max<size_t>(n, Number(table, record, f.limit));
+  if (n > (size_t{1} << 30) / element.size) Fail(path, "too many records for a caller array");
   Bytes array = arena.Allocate(n * element.size);
   for (Json::ArrayIndex i = 0; i < v.size(); ++i)
     Fill(element, v[i], array + i * element.size, arena, path + "[" + std::to_string(i) + "]");
