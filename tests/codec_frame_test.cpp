@@ -1,6 +1,4 @@
-// The rules of the codec frame: enumerations, counts, optional keys and keyed collections.
-#include <vector>
-
+// The rules of the codec frame: enumeration forms, clamped lists, bounded texts, keyed collections.
 #include "codec/frame.h"
 #include "support/fixtures.h"
 
@@ -72,43 +70,6 @@ TEST(Lists, AreClampedUnsignedAndEmptyOnesAreNullOrAbsentByForm) {
   EXPECT_JSON_EQ(R"({"L": [0, 1, 2, 3], "Null": null})", object);
 }
 
-TEST(Lists, ReadingKeepsCountAndElementsUnlessTheMemberIsAnArray) {
-  const char* kept[] = {"{}", R"({"L": null})", R"({"L": 5})", R"({"L": {"a": 1}})"};
-  for (const char* json : kept) {
-    uint32_t count = 9;
-    ReadArrayIfPresent(J(json), "L", count, 4, [](const Json::Value&, uint32_t) { ADD_FAILURE(); });
-    EXPECT_EQ(count, 9U) << json;
-  }
-  uint32_t count = 9;
-  std::vector<int> seen;
-  ReadArrayIfPresent(J(R"({"L": [5, 6, 7, 8, 9, 10]})"), "L", count, 4,
-                     [&](const Json::Value& e, uint32_t) { seen.push_back(e.asInt()); });
-  EXPECT_EQ(count, 4U);
-  EXPECT_EQ(seen, (std::vector<int>{5, 6, 7, 8}));
-  ReadArrayIfPresent(J(R"({"L": []})"), "L", count, 4, [](const Json::Value&, uint32_t) {});
-  EXPECT_EQ(count, 0U);
-}
-
-TEST(OptionalKeys, TestedValuesKeepAndUntestedValuesReset) {
-  struct Record {
-    char text[8] = "keep";
-    uint32_t number = 5;
-    bool tested = true;
-    bool untested = true;
-  } r;
-  const Json::Value empty(Json::objectValue);
-  ReadTextIfPresent(empty, "T", r.text);
-  ReadNumber(empty, "N", r.number);
-  ReadBoolIfPresent(empty, "B", r.tested);
-  ReadBool(empty, "B", r.untested);
-  EXPECT_STREQ(r.text, "keep");
-  EXPECT_EQ(r.number, 0U);
-  EXPECT_TRUE(r.tested);
-  EXPECT_FALSE(r.untested);
-  ReadNumber(J(R"({"N": -1})"), "N", r.number);
-  EXPECT_EQ(r.number, 4294967295U);
-}
-
 TEST(WriteText, SendsAnUnterminatedFieldWholeWithoutReadingPastIt) {
   struct {
     char field[4];
@@ -135,16 +96,6 @@ TEST(KeyedCollection, ReadsMembersInAscendingByteOrderUpToTheCapacity) {
   EXPECT_STREQ(records[0].id, "B");
   EXPECT_STREQ(records[1].id, "a");
   EXPECT_TRUE(records.GuardsIntact());
-}
-
-TEST(KeyedCollection, CapacityZeroOrNoInfosReadsNothing) {
-  Named untouched{"x"};
-  const auto fail = [](const Json::Value&, Named*) { ADD_FAILURE(); };
-  EXPECT_EQ(ReadKeyedCollection(J(R"({"infos": {"a": {}}})"), 0, &untouched, fail), 0U);
-  EXPECT_EQ(ReadKeyedCollection(J("{}"), 5, &untouched, fail), 0U);
-  EXPECT_EQ(ReadKeyedCollection(J(R"({"infos": null})"), 5, &untouched, fail), 0U);
-  EXPECT_EQ(ReadKeyedCollection(J(R"({"infos": {}})"), 5, &untouched, fail), 0U);
-  EXPECT_STREQ(untouched.id, "x");
 }
 
 TEST(KeyedCollection, InfosOfAnotherTypeRaisesJsonCppsError) {
