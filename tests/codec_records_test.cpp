@@ -10,24 +10,9 @@ namespace {
 
 TEST(RecordLayout, CAndCppCompilersAgree) {
   const size_t cpp_sizes[] = {
-      sizeof(tagNET_GUIDESCREEN_ATTRIBUTE_INFO),
-      sizeof(tagNET_IN_SET_GD_STATUS),
-      sizeof(tagNET_GUIDESCREEN_TEXT_INFO),
-      sizeof(tagNET_GUIDESCREEN_NOTE_INFO),
-      sizeof(tagNET_VIDEO_ELEMENT_INFO),
-      sizeof(tagNET_PICTURE_ELEMENT_INFO),
-      sizeof(tagNET_TEXT_ELEMENT_INFO),
-      sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO),
-      sizeof(tagNET_CAPTURE_ELEMENT_INFO),
-      sizeof(tagNET_PROGRAMME_INFO),
-      sizeof(tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES),
-      sizeof(tagNET_IMMEDIATELY_PLAN_INFO),
-      sizeof(tagNET_TIMER_PLAN_INFO),
-      sizeof(tagNET_OUT_GET_PROGRAMMEPLAN_BYID),
-      sizeof(tagNET_OUT_GET_ALL_PROGRAMMEPLANS),
-      offsetof(tagNET_PROGRAMME_WINDOW_INFO, pElementsBuf),
-      offsetof(tagNET_CAPTURE_ELEMENT_INFO, nNoteNum),
-      offsetof(tagNET_TIMER_PLAN_INFO, stuProgrammes),
+#define LAYOUT(expression) expression,
+#include "record_layouts.inc"
+#undef LAYOUT
   };
   int i = 0;
   for (size_t size : cpp_sizes) EXPECT_EQ(gsc_c_sizeof(i++), size) << "record " << i - 1;

@@ -16,24 +16,9 @@ size_t gsc_c_sizeof(int which);
 /* The size of record `which` as the C compiler lays it out, or 0 past the last. */
 size_t gsc_c_sizeof(int which) {
   static const size_t sizes[] = {
-      sizeof(tagNET_GUIDESCREEN_ATTRIBUTE_INFO),
-      sizeof(tagNET_IN_SET_GD_STATUS),
-      sizeof(tagNET_GUIDESCREEN_TEXT_INFO),
-      sizeof(tagNET_GUIDESCREEN_NOTE_INFO),
-      sizeof(tagNET_VIDEO_ELEMENT_INFO),
-      sizeof(tagNET_PICTURE_ELEMENT_INFO),
-      sizeof(tagNET_TEXT_ELEMENT_INFO),
-      sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO),
-      sizeof(tagNET_CAPTURE_ELEMENT_INFO),
-      sizeof(tagNET_PROGRAMME_INFO),
-      sizeof(tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES),
-      sizeof(tagNET_IMMEDIATELY_PLAN_INFO),
-      sizeof(tagNET_TIMER_PLAN_INFO),
-      sizeof(tagNET_OUT_GET_PROGRAMMEPLAN_BYID),
-      sizeof(tagNET_OUT_GET_ALL_PROGRAMMEPLANS),
-      offsetof(tagNET_PROGRAMME_WINDOW_INFO, pElementsBuf),
-      offsetof(tagNET_CAPTURE_ELEMENT_INFO, nNoteNum),
-      offsetof(tagNET_TIMER_PLAN_INFO, stuProgrammes),
+#define LAYOUT(expression) expression,
+#include "record_layouts.inc"
+#undef LAYOUT
   };
   return which >= 0 && (size_t)which < sizeof sizes / sizeof sizes[0] ? sizes[which] : 0;
 }
