@@ -4,6 +4,7 @@
 #include <cctype>
 #include <string>
 
+#include "codec/frame.h"
 #include "codec/json_string.h"
 
 namespace gsc::codec {
@@ -16,12 +17,8 @@ void PackFourInts(Json::Value& target, int32_t a, int32_t b, int32_t c, int32_t 
 }
 
 bool ParseFourInts(const Json::Value& source, int32_t& a, int32_t& b, int32_t& c, int32_t& d) {
-  if (!source.isArray() || source.size() != 4) return false;
-  a = source[0].asInt();
-  b = source[1].asInt();
-  c = source[2].asInt();
-  d = source[3].asInt();
-  return true;
+  Silent silent;
+  return ReadFourInts(silent, source, "", a, b, c, d);
 }
 
 namespace {
@@ -94,28 +91,28 @@ bool ScanNumber(const char*& at, const char* end, int width, int32_t& field) {
 
 // Scans "%0<firstWidth>d:%02d:%02d" as sscanf does: the fields up to the first failure are set,
 // the others keep their values. A literal ':' must follow directly, without white space.
-void ScanThree(const char* at, const char* end, int firstWidth, int32_t& a, int32_t& b,
-               int32_t& c) {
-  if (!ScanNumber(at, end, firstWidth, a)) return;
-  if (AtEnd(at, end) || *at != ':') return;
+ScanResult ScanThree(const char* at, const char* end, int firstWidth, int32_t& a, int32_t& b,
+                     int32_t& c) {
+  if (!ScanNumber(at, end, firstWidth, a)) return {0, false};
+  if (AtEnd(at, end) || *at != ':') return {1, false};
   ++at;
-  if (!ScanNumber(at, end, 2, b)) return;
-  if (AtEnd(at, end) || *at != ':') return;
+  if (!ScanNumber(at, end, 2, b)) return {1, false};
+  if (AtEnd(at, end) || *at != ':') return {2, false};
   ++at;
-  ScanNumber(at, end, 2, c);
+  if (!ScanNumber(at, end, 2, c)) return {2, false};
+  return {3, at == end};
 }
 
-void ScanText(const Json::Value& source, int firstWidth, int32_t& a, int32_t& b, int32_t& c) {
+ScanResult ScanText(const Json::Value& source, int firstWidth, int32_t& a, int32_t& b, int32_t& c) {
   // A string is scanned where it lies; any other value through its JsonCpp text (asString's
   // conversions, and its exceptions for arrays and objects).
   const char* begin = nullptr;
   const char* end = nullptr;
   if (source.isString() && source.getString(&begin, &end)) {
-    ScanThree(begin, end, firstWidth, a, b, c);
-    return;
+    return ScanThree(begin, end, firstWidth, a, b, c);
   }
   const std::string converted = source.asString();
-  ScanThree(converted.data(), converted.data() + converted.size(), firstWidth, a, b, c);
+  return ScanThree(converted.data(), converted.data() + converted.size(), firstWidth, a, b, c);
 }
 
 }  // namespace
@@ -124,16 +121,16 @@ void PackTimeOfDay(Json::Value& target, const tagNET_TIME_OF_DAY& time) {
   PackText(target, 2, time.nHour, time.nMinute, time.nSecond);
 }
 
-void ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time) {
-  ScanText(source, 2, time.nHour, time.nMinute, time.nSecond);
+ScanResult ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time) {
+  return ScanText(source, 2, time.nHour, time.nMinute, time.nSecond);
 }
 
 void PackDate(Json::Value& target, const tagNET_DATE_INFO& date) {
   PackText(target, 4, date.nYear, date.nMonth, date.nDay);
 }
 
-void ParseDate(const Json::Value& source, tagNET_DATE_INFO& date) {
-  ScanText(source, 4, date.nYear, date.nMonth, date.nDay);
+ScanResult ParseDate(const Json::Value& source, tagNET_DATE_INFO& date) {
+  return ScanText(source, 4, date.nYear, date.nMonth, date.nDay);
 }
 
 }  // namespace gsc::codec

@@ -18,6 +18,13 @@ void PackFourInts(Json::Value& target, int32_t a, int32_t b, int32_t c, int32_t 
 // and changes nothing; an element that is not convertible to int throws (JsonCpp's rule).
 bool ParseFourInts(const Json::Value& source, int32_t& a, int32_t& b, int32_t& c, int32_t& d);
 
+// How far the scan of a time or date text got: fields set (0 to 3), and whether it stopped
+// exactly at the end of the text.
+struct ScanResult {
+  int fields;
+  bool whole;
+};
+
 }  // namespace gsc::codec
 
 // The rectangle codec: [nLeft, nTop, nRight, nBottom].
@@ -58,7 +65,7 @@ void PackTimeOfDay(Json::Value& target, const tagNET_TIME_OF_DAY& time);
 
 // Scans `source`'s text with "%02d:%02d:%02d": the fields the scan reaches are set, the others
 // keep their values ("07:05" sets hour and minute). The caller tests for presence.
-void ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time);
+ScanResult ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time);
 
 // Writes "%04d:%02d:%02d" into `target`, cut to 15 characters (year 1234567890, month 3, day 5
 // gives "1234567890:03:0").
@@ -66,7 +73,7 @@ void PackDate(Json::Value& target, const tagNET_DATE_INFO& date);
 
 // Scans `source`'s text with "%04d:%02d:%02d", setting the fields the scan reaches
 // ("2024-03-05" sets the year only).
-void ParseDate(const Json::Value& source, tagNET_DATE_INFO& date);
+ScanResult ParseDate(const Json::Value& source, tagNET_DATE_INFO& date);
 
 }  // namespace gsc::codec
 

@@ -1,9 +1,12 @@
 // The vocabulary of the codec frame: one helper per rule by which a field travels, so that each
-// record codec reads like its field table, one line per field.
+// record codec reads like its field table, one line per field, in the order of its steps.
 //
 // Reading rules (the record is never cleared; what the JSON does not carry keeps its value):
 //   ...IfPresent  read only when the member is present and not null;
 //   Read...       read always: a missing member converts as JSON null (0, false, 0.0).
+// Readers take the object's Members (walked once against its key table); writers take an Out,
+// the object being written. Both carry the context: Silent for the plain overloads, Reporting
+// for the reporting ones, which also hold the path of each step and note what a conversion lost.
 // Writing rules: members are created with non-const access under static keys (every key is a
 // string literal, so JsonCpp does not copy it).
 #ifndef GUIDESCREEN_CODEC_CODEC_FRAME_H
@@ -13,9 +16,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <type_traits>
+#include <vector>
 
+#include "codec/checks.h"
 #include "codec/field_codecs.h"
 #include "codec/json_string.h"
+#include "codec/members.h"
+#include "codec/reporting.h"
 
 namespace gsc::codec {
 
@@ -35,6 +44,11 @@ const Json::Value& Member(const Json::Value& object, const char (&key)[K]) {
   return member != nullptr ? *member : Json::Value::nullSingleton();
 }
 
+template <size_t K>
+Segment KeySegment(const char (&key)[K]) {
+  return Segment::Member(key, K - 1);
+}
+
 // ---- Counts ----------------------------------------------------------------------------------
 
 // A count clamped to a capacity, compared unsigned (2^31 and above count as large).
@@ -42,46 +56,80 @@ constexpr uint32_t ClampCount(uint32_t count, uint32_t capacity) {
   return count < capacity ? count : capacity;
 }
 
+// The number of entries of a record's array.
+template <typename T, size_t N>
+constexpr uint32_t Capacity(const T (&/*array*/)[N]) {
+  static_assert(N <= 0xFFFFFFFFU, "capacities are 32-bit");
+  return static_cast<uint32_t>(N);
+}
+
 // ---- Reading ---------------------------------------------------------------------------------
 
 // A text read only when present: GetJsonString into the whole field.
-template <size_t N, size_t K>
-void ReadTextIfPresent(const Json::Value& object, const char (&key)[K], char (&field)[N]) {
-  static_assert(N <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) GetJsonString(member, field, static_cast<int>(N), true);
+template <typename C, size_t N, size_t K, size_t F>
+void ReadTextIfPresent(const Members<C, N>& object, const char (&key)[K], char (&field)[F]) {
+  static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
+  const Json::Value& member = object[key];
+  if (member.isNull()) return;
+  GetJsonString(member, field, static_cast<int>(F), true);
+  if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, field, F);
 }
 
 // A text read always: a missing or null member stores an empty text.
-template <size_t N, size_t K>
-void ReadText(const Json::Value& object, const char (&key)[K], char (&field)[N]) {
-  GetJsonString(Member(object, key), field, static_cast<int>(N), true);
+template <typename C, size_t N, size_t K, size_t F>
+void ReadText(const Members<C, N>& object, const char (&key)[K], char (&field)[F]) {
+  static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
+  const Json::Value& member = object[key];
+  GetJsonString(member, field, static_cast<int>(F), true);
+  if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, field, F);
+}
+
+// An integer read with asInt, as every number and enumeration is, at the path under way or at
+// that path extended by `at`.
+template <typename C>
+int32_t ReadInt(C& context, const Json::Value& value) {
+  if constexpr (C::kReporting) NoteInt(context, value);
+  return value.asInt();
+}
+template <typename C>
+int32_t ReadInt(C& context, const Segment& at, const Json::Value& value) {
+  Step<C> step(context, at);
+  return ReadInt(context, value);
 }
 
 // A number always read with asInt (missing gives 0); an unsigned field stores the signed value's
 // bits (-1 becomes 4294967295).
-template <size_t K>
-void ReadNumber(const Json::Value& object, const char (&key)[K], uint32_t& field) {
-  field = static_cast<uint32_t>(Member(object, key).asInt());
+template <typename C, size_t N, size_t K>
+void ReadNumber(const Members<C, N>& object, const char (&key)[K], uint32_t& field) {
+  field = static_cast<uint32_t>(ReadInt(object.context(), KeySegment(key), object[key]));
 }
-template <size_t K>
-void ReadNumber(const Json::Value& object, const char (&key)[K], int32_t& field) {
-  field = Member(object, key).asInt();
+template <typename C, size_t N, size_t K>
+void ReadNumber(const Members<C, N>& object, const char (&key)[K], int32_t& field) {
+  field = ReadInt(object.context(), KeySegment(key), object[key]);
 }
-template <size_t K>
-void ReadReal(const Json::Value& object, const char (&key)[K], double& field) {
-  field = Member(object, key).asDouble();
+template <typename C, size_t N, size_t K>
+void ReadReal(const Members<C, N>& object, const char (&key)[K], double& field) {
+  const Json::Value& member = object[key];
+  Step<C> step(object.context(), KeySegment(key));
+  if constexpr (C::kReporting) NoteReal(object.context(), member);
+  field = member.asDouble();
 }
 
 // A boolean always read (missing gives false) or only when present.
-template <size_t K>
-void ReadBool(const Json::Value& object, const char (&key)[K], bool& field) {
-  field = Member(object, key).asBool();
+template <typename C>
+bool ReadBoolValue(C& context, const Segment& at, const Json::Value& value) {
+  Step<C> step(context, at);
+  if constexpr (C::kReporting) NoteBool(context, value);
+  return value.asBool();
 }
-template <size_t K>
-void ReadBoolIfPresent(const Json::Value& object, const char (&key)[K], bool& field) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) field = member.asBool();
+template <typename C, size_t N, size_t K>
+void ReadBool(const Members<C, N>& object, const char (&key)[K], bool& field) {
+  field = ReadBoolValue(object.context(), KeySegment(key), object[key]);
+}
+template <typename C, size_t N, size_t K>
+void ReadBoolIfPresent(const Members<C, N>& object, const char (&key)[K], bool& field) {
+  const Json::Value& member = object[key];
+  if (!member.isNull()) field = ReadBoolValue(object.context(), KeySegment(key), member);
 }
 
 // Enumerations travel counted from 0 and are stored counted from 1 (0 = not set); N values.
@@ -90,164 +138,368 @@ void StoreEnum(int json, Enum& field) {
   field = static_cast<Enum>(json >= 0 && json < N ? json + 1 : 0);
 }
 
+// Reads one enumeration value and stores it; `at` names it.
+template <int N, typename C, typename Enum>
+void ReadEnumValue(C& context, const Segment& at, const Json::Value& value, Enum& field) {
+  const int32_t json = ReadInt(context, at, value);
+  StoreEnum<N>(json, field);
+  if constexpr (C::kReporting) {
+    if (json < 0 || json >= N) NoteEnumOutOfRange(context, at, json, N);
+  }
+}
+
 // An enumeration read without a presence test: a missing member reads as JSON 0 and stores 1.
-template <int N, typename Enum, size_t K>
-void ReadEnum(const Json::Value& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, size_t M, typename Enum, size_t K>
+void ReadEnum(const Members<C, M>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
-  StoreEnum<N>(Member(object, key).asInt(), field);
+  ReadEnumValue<N>(object.context(), KeySegment(key), object[key], field);
 }
 
 // An enumeration read with a presence test: a missing member stores 0.
-template <int N, typename Enum, size_t K>
-void ReadEnumIfPresent(const Json::Value& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, size_t M, typename Enum, size_t K>
+void ReadEnumIfPresent(const Members<C, M>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) StoreEnum<N>(member.asInt(), field);
+  const Json::Value& member = object[key];
+  if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field);
 }
 
 // An enumeration that keeps the caller's value when the member is missing or null.
-template <int N, typename Enum, size_t K>
-void ReadEnumOrKeep(const Json::Value& object, const char (&key)[K], Enum& field) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) StoreEnum<N>(member.asInt(), field);
+template <int N, typename C, size_t M, typename Enum, size_t K>
+void ReadEnumOrKeep(const Members<C, M>& object, const char (&key)[K], Enum& field) {
+  const Json::Value& member = object[key];
+  if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field);
+}
+
+// Four integers from a JSON array of exactly four elements, each under its index's path; any
+// other shape changes nothing (reported as `what`, "rectangle" or "colour"). Returns whether
+// the array was read.
+template <typename C>
+bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32_t& a, int32_t& b,
+                  int32_t& c, int32_t& d) {
+  if (!source.isArray() || source.size() != 4) {
+    if constexpr (C::kReporting) {
+      const std::string shape = std::string("a ") + what + " of four numbers";
+      NoteMalformed(context, source, shape.c_str());
+    }
+    return false;
+  }
+  a = ReadInt(context, Segment::Index(0), source[0]);
+  b = ReadInt(context, Segment::Index(1), source[1]);
+  c = ReadInt(context, Segment::Index(2), source[2]);
+  d = ReadInt(context, Segment::Index(3), source[3]);
+  return true;
 }
 
 // Rectangles, colours, times and dates are read only when present; a malformed rectangle or
 // colour leaves the field as it was, a malformed time or date sets what the scan reached.
-template <size_t K>
-void ReadRectIfPresent(const Json::Value& object, const char (&key)[K], tagNET_RECT& field) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) JsonRect::parse(member, field);
+template <typename C, size_t N, size_t K>
+void ReadRectIfPresent(const Members<C, N>& object, const char (&key)[K], tagNET_RECT& field) {
+  const Json::Value& member = object[key];
+  if (member.isNull()) return;
+  Step<C> step(object.context(), KeySegment(key));
+  ReadFourInts(object.context(), member, "rectangle", field.nLeft, field.nTop, field.nRight,
+               field.nBottom);
 }
-template <size_t K>
-void ReadColorIfPresent(const Json::Value& object, const char (&key)[K], tagQX_COLOR_RGBA& field) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) JsonColor::parse(member, field);
+template <typename C, size_t N, size_t K>
+void ReadColorIfPresent(const Members<C, N>& object, const char (&key)[K],
+                        tagQX_COLOR_RGBA& field) {
+  const Json::Value& member = object[key];
+  if (member.isNull()) return;
+  Step<C> step(object.context(), KeySegment(key));
+  ReadFourInts(object.context(), member, "colour", field.nRed, field.nGreen, field.nBlue,
+               field.nAlpha);
 }
-template <size_t K>
-void ReadTimeIfPresent(const Json::Value& object, const char (&key)[K], tagNET_TIME_OF_DAY& field) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) ParseTimeOfDay(member, field);
+template <typename C, size_t N, size_t K>
+void ReadTimeIfPresent(const Members<C, N>& object, const char (&key)[K],
+                       tagNET_TIME_OF_DAY& field) {
+  const Json::Value& member = object[key];
+  if (member.isNull()) return;
+  Step<C> step(object.context(), KeySegment(key));
+  const ScanResult scan = ParseTimeOfDay(member, field);
+  if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "time of day");
 }
-template <size_t K>
-void ReadDateIfPresent(const Json::Value& object, const char (&key)[K], tagNET_DATE_INFO& field) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isNull()) ParseDate(member, field);
+template <typename C, size_t N, size_t K>
+void ReadDateIfPresent(const Members<C, N>& object, const char (&key)[K], tagNET_DATE_INFO& field) {
+  const Json::Value& member = object[key];
+  if (member.isNull()) return;
+  Step<C> step(object.context(), KeySegment(key));
+  const ScanResult scan = ParseDate(member, field);
+  if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "date");
+}
+
+// An object read only when present and not null: read(member) runs under the member's path.
+template <typename C, size_t N, size_t K, typename ReadBody>
+void ReadObjectIfPresent(const Members<C, N>& object, const char (&key)[K], ReadBody read) {
+  const Json::Value& member = object[key];
+  if (member.isNull()) return;
+  Step<C> step(object.context(), KeySegment(key));
+  read(member);
+}
+
+// The members of the object under `key`, for a reader whose steps on that object are
+// interleaved with steps on its parent: each run of steps on it goes under Step(key). Unknown
+// members are noted under the object's own path.
+template <typename C, size_t N, size_t K, size_t M>
+Members<C, M> NestedMembers(const Members<C, N>& parent, const char (&key)[K],
+                            const KeyTable<M>& table) {
+  const Json::Value& member = parent[key];
+  Step<C> step(parent.context(), KeySegment(key));
+  return Members<C, M>(member, table, parent.context());
+}
+
+// An object read always: a missing one is read as null, whose members all read as null.
+template <typename C, size_t N, size_t K, typename ReadBody>
+void ReadObject(const Members<C, N>& object, const char (&key)[K], ReadBody read) {
+  Step<C> step(object.context(), KeySegment(key));
+  read(object[key]);
 }
 
 // An array read only when present, not null and an array: `count` becomes its size clamped to
-// `capacity`, and read(element, index) runs for index 0 to count - 1. Otherwise count and
-// elements keep their values.
-template <typename ReadElement, size_t K>
-void ReadArrayIfPresent(const Json::Value& object, const char (&key)[K], uint32_t& count,
-                        uint32_t capacity, ReadElement read) {
-  const Json::Value& member = Member(object, key);
-  if (!member.isArray()) return;
-  count = ClampCount(member.size(), capacity);
-  for (uint32_t i = 0; i < count; ++i) read(member[i], i);
+// the capacity of `array`, and read(element, entry) runs for the first `count` elements.
+// Otherwise count and elements keep their values.
+template <typename C, size_t N, size_t K, typename T, size_t Cap, typename ReadElement>
+void ReadArrayIfPresent(const Members<C, N>& object, const char (&key)[K], uint32_t& count,
+                        T (&array)[Cap], ReadElement read) {
+  const Json::Value& member = object[key];
+  if (!member.isArray()) {
+    if constexpr (C::kReporting) {
+      if (!member.isNull()) NoteMalformed(object.context(), KeySegment(key), member, "an array");
+    }
+    return;
+  }
+  Step<C> step(object.context(), KeySegment(key));
+  const uint32_t size = member.size();
+  count = ClampCount(size, Capacity(array));
+  if constexpr (C::kReporting) {
+    if (size > count) NoteArrayClamped(object.context(), size, count);
+  }
+  for (uint32_t i = 0; i < count; ++i) {
+    Step<C> entry(object.context(), Segment::Index(i));
+    read(member[i], array[i]);
+  }
 }
 
 // ---- Writing ---------------------------------------------------------------------------------
+
+// The object being written and the context of the write. `Out`s of nested JSON objects share
+// their parent's record path: request paths name the record's fields, not the JSON's.
+template <typename C>
+struct Out {
+  Json::Value& json;
+  C& context;
+};
+
+template <typename C>
+Out<C> Put(const Out<C>& object, const char* key) {
+  return {Put(object.json, key), object.context};
+}
+
+// The record field that travels under `key`: its type prefix and the key ("sz" + "PlanName").
+template <size_t K>
+Segment FieldSegment(const char* prefix, const char (&key)[K], const char* suffix = "") {
+  Segment segment = Segment::Field(prefix, key, K - 1);
+  segment.suffix = suffix;
+  return segment;
+}
+
+// A record field named in full, where its name is not its key's ("pstuInfos").
+template <size_t K>
+Segment FieldNamed(const char (&name)[K]) {
+  return Segment::Field("", name, K - 1);
+}
 
 // The text of a fixed field. A field without terminator is sent whole (all N bytes) rather than
 // read past its end.
 void SetJsonText(Json::Value& target, const char* field, size_t size);
 
-template <size_t N>
-void WriteText(Json::Value& object, const char* key, const char (&field)[N]) {
-  SetJsonText(Put(object, key), field, N);
-}
-// A number, flag, rectangle, colour, time or date, always written under `key`.
-inline void WriteUnsigned(Json::Value& object, const char* key, uint32_t value) {
-  Put(object, key) = Json::Value(static_cast<Json::UInt>(value));
-}
-inline void WriteInt(Json::Value& object, const char* key, int32_t value) {
-  Put(object, key) = Json::Value(static_cast<Json::Int>(value));
-}
-inline void WriteBool(Json::Value& object, const char* key, bool value) {
-  Put(object, key) = Json::Value(value);
-}
-inline void WriteReal(Json::Value& object, const char* key, double value) {
-  Put(object, key) = Json::Value(value);
-}
-inline void WriteRect(Json::Value& object, const char* key, const tagNET_RECT& rect) {
-  JsonRect::pack(Put(object, key), rect);
-}
-inline void WriteColor(Json::Value& object, const char* key, const tagQX_COLOR_RGBA& color) {
-  JsonColor::pack(Put(object, key), color);
-}
-inline void WriteTime(Json::Value& object, const char* key, const tagNET_TIME_OF_DAY& time) {
-  PackTimeOfDay(Put(object, key), time);
-}
-inline void WriteDate(Json::Value& object, const char* key, const tagNET_DATE_INFO& date) {
-  PackDate(Put(object, key), date);
+template <typename C, size_t K, size_t F>
+void WriteText(const Out<C>& object, const char (&key)[K], const char (&field)[F]) {
+  SetJsonText(Put(object.json, key), field, F);
+  if constexpr (C::kReporting) {
+    NoteUnterminated(object.context, FieldSegment("sz", key), field, F);
+  }
 }
 
-// An enumeration, range-tested form: written as v - 1 only when 1 <= v <= N.
-template <int N, typename Enum>
-void WriteEnumInRange(Json::Value& object, const char* key, Enum value) {
-  const int32_t stored = static_cast<int32_t>(value);
-  if (static_cast<uint32_t>(stored) - 1U < static_cast<uint32_t>(N))
+// A text field that is an element of a list: the path under way names it.
+template <typename C, size_t F>
+void WriteTextElement(const Out<C>& element, const char (&field)[F]) {
+  SetJsonText(element.json, field, F);
+  if constexpr (C::kReporting) NoteUnterminated(element.context, field, F);
+}
+
+// A number, flag, rectangle, colour, time or date, always written under `key`.
+template <typename C>
+void WriteUnsigned(const Out<C>& object, const char* key, uint32_t value) {
+  Put(object.json, key) = Json::Value(static_cast<Json::UInt>(value));
+}
+template <typename C>
+void WriteInt(const Out<C>& object, const char* key, int32_t value) {
+  Put(object.json, key) = Json::Value(static_cast<Json::Int>(value));
+}
+template <typename C>
+void WriteBool(const Out<C>& object, const char* key, bool value) {
+  Put(object.json, key) = Json::Value(value);
+}
+template <typename C>
+void WriteReal(const Out<C>& object, const char* key, double value) {
+  Put(object.json, key) = Json::Value(value);
+}
+template <typename C>
+void WriteRect(const Out<C>& object, const char* key, const tagNET_RECT& rect) {
+  JsonRect::pack(Put(object.json, key), rect);
+}
+template <typename C>
+void WriteColor(const Out<C>& object, const char* key, const tagQX_COLOR_RGBA& color) {
+  JsonColor::pack(Put(object.json, key), color);
+}
+template <typename C>
+void WriteTime(const Out<C>& object, const char* key, const tagNET_TIME_OF_DAY& time) {
+  PackTimeOfDay(Put(object.json, key), time);
+}
+template <typename C>
+void WriteDate(const Out<C>& object, const char* key, const tagNET_DATE_INFO& date) {
+  PackDate(Put(object.json, key), date);
+}
+
+// An enumeration, range-tested form: written as v - 1 only when 1 <= v <= N. Any other value
+// but 0 (not set) is left out and reported.
+template <int N, typename C, size_t K, typename Enum>
+void WriteEnumInRange(const Out<C>& object, const char (&key)[K], Enum value) {
+  const auto stored = static_cast<int32_t>(value);
+  if (static_cast<uint32_t>(stored) - 1U < static_cast<uint32_t>(N)) {
     WriteInt(object, key, stored - 1);
+  } else if constexpr (C::kReporting) {
+    if (stored != 0) NoteEnumNotSent(object.context, FieldSegment("em", key), stored, N);
+  }
 }
 
 // An enumeration, zero-tested form: written as v - 1 for any v but 0 (no upper bound).
-template <typename Enum>
-void WriteEnumIfSet(Json::Value& object, const char* key, Enum value) {
-  const int32_t stored = static_cast<int32_t>(value);
+template <typename C, typename Enum>
+void WriteEnumIfSet(const Out<C>& object, const char* key, Enum value) {
+  const auto stored = static_cast<int32_t>(value);
   // Computed unsigned: INT32_MIN - 1 wraps to INT32_MAX instead of overflowing.
   if (stored != 0) WriteInt(object, key, static_cast<int32_t>(static_cast<uint32_t>(stored) - 1U));
 }
 
+// A nested record written as the object under `key`; write(Out) runs under the record's field
+// path ("stu" + key).
+template <typename C, size_t K, typename WriteObject>
+void WriteRecord(const Out<C>& object, const char (&key)[K], WriteObject write) {
+  Step<C> step(object.context, FieldSegment("stu", key));
+  write(Put(object, key));
+}
+
+// The type prefix of a record array's field name.
+template <typename T>
+constexpr const char* ArrayPrefix() {
+  if constexpr (std::is_array_v<T>) return "sz";
+  if constexpr (std::is_arithmetic_v<T>) return "n";
+  return "stu";
+}
+
 // A list whose member is created before the count is looked at: it travels as null when empty.
-// write(element, index) fills elements 0 to min(count, capacity) - 1.
-template <typename WriteElement>
-Json::Value& WriteListOrNull(Json::Value& object, const char* key, uint32_t count,
-                             uint32_t capacity, WriteElement write) {
-  Json::Value& list = Put(object, key);
-  const uint32_t n = ClampCount(count, capacity);
-  for (uint32_t i = 0; i < n; ++i) write(list[i], i);
+// write(element, entry) fills elements 0 to min(count, capacity of `array`) - 1; a count beyond
+// the capacity is reported against its field (n<Key>Num).
+template <typename C, size_t K, typename T, size_t Cap, typename WriteElement>
+Json::Value& WriteListOrNull(const Out<C>& object, const char (&key)[K], uint32_t count,
+                             const T (&array)[Cap], WriteElement write) {
+  Json::Value& list = Put(object.json, key);
+  const uint32_t n = ClampCount(count, Capacity(array));
+  if constexpr (C::kReporting) {
+    if (count > n) NoteCountBeyondCapacity(object.context, FieldSegment("n", key, "Num"), count, n);
+  }
+  Step<C> step(object.context, FieldSegment(ArrayPrefix<T>(), key));
+  for (uint32_t i = 0; i < n; ++i) {
+    Step<C> entry(object.context, Segment::Index(i));
+    write(Out<C>{list[i], object.context}, array[i]);
+  }
   return list;
 }
 
 // A list that writes no member at all when empty.
-template <typename WriteElement>
-void WriteListIfAny(Json::Value& object, const char* key, uint32_t count, uint32_t capacity,
-                    WriteElement write) {
-  if (ClampCount(count, capacity) == 0) return;
-  WriteListOrNull(object, key, count, capacity, write);
+template <typename C, size_t K, typename T, size_t Cap, typename WriteElement>
+void WriteListIfAny(const Out<C>& object, const char (&key)[K], uint32_t count,
+                    const T (&array)[Cap], WriteElement write) {
+  if (ClampCount(count, Capacity(array)) == 0) return;
+  WriteListOrNull(object, key, count, array, write);
+}
+
+// ---- Record codecs in their plain form ------------------------------------------------------
+
+// Runs a record reader silently; nothing for a null record.
+template <typename Record>
+void ParseSilently(const Json::Value& json, Record* record,
+                   void (*read)(const Json::Value&, Record&, Silent&)) {
+  if (record == nullptr) return;
+  Silent context;
+  read(json, *record, context);
+}
+
+// Runs a record writer silently; nothing for a null record.
+template <typename Record>
+void PacketSilently(const Record* record, Json::Value& json,
+                    void (*packet)(const Record&, const Out<Silent>&)) {
+  if (record == nullptr) return;
+  Silent context;
+  packet(*record, Out<Silent>{json, context});
 }
 
 // ---- Keyed collections -----------------------------------------------------------------------
 
-// Visits the members of result["infos"] in ascending byte order of their names (the order of
-// getMemberNames) until visit(member) returns false. A missing or null "infos" has no members;
-// an "infos" of another type raises what JsonCpp's member listing raises.
-template <typename Visit>
-void ForEachKeyedMember(const Json::Value& result, Visit visit) {
-  const Json::Value& infos = Member(result, "infos");
+// Visits the members of `infos` (a result's "infos") in ascending byte order of their names (the
+// order of getMemberNames), each under its name's path, until visit(member, name, end) refuses
+// one by returning false. A missing or null "infos" has no members; an "infos" of another type
+// raises what JsonCpp's member listing raises. When reporting, the names of the refused member and
+// of those after it are added to `notVisited`.
+template <typename C, typename Visit>
+void ForEachKeyedMember(C& context, const Json::Value& infos, Visit visit,
+                        std::vector<std::string>* notVisited = nullptr) {
   if (!infos.isObject()) {
     (void)infos.getMemberNames();  // empty for null; JsonCpp throws for any other type
     return;
   }
-  for (Json::Value::const_iterator it = infos.begin(); it != infos.end(); ++it) {
-    if (!visit(*it)) return;
+  auto it = infos.begin();
+  for (; it != infos.end(); ++it) {
+    const char* end = nullptr;
+    const char* name = it.memberName(&end);
+    Step<C> step(context, Segment::Member(name, static_cast<uint32_t>(end - name)));
+    if (!visit(*it, name, end)) break;
+  }
+  if constexpr (C::kReporting) {
+    for (; notVisited != nullptr && it != infos.end(); ++it) {
+      const char* end = nullptr;
+      const char* name = it.memberName(&end);
+      notVisited->emplace_back(name, end);
+    }
   }
 }
 
-// Reads the members of result["infos"] into records[0 ..) with parse(member, record) until the
+// The result object of a get-all answer: "infos" is its only member.
+inline constexpr auto kKeyedResultKeys = Keys("infos");
+
+// Reads the members of result["infos"] into records[0 ..) with read(member, record) until the
 // capacity is reached (unsigned) or the members run out; returns the number read. With a capacity
-// of 0 no record is touched.
-template <typename Record, typename Parse>
+// of 0 no record is touched. Members left unread are reported with their names.
+template <typename C, typename Record, typename Read>
 uint32_t ReadKeyedCollection(const Json::Value& result, uint32_t capacity, Record* records,
-                             Parse parse) {
+                             C& context, Read read) {
+  const Members<C, 1> object(result, kKeyedResultKeys, context);
+  const Json::Value& infos = object["infos"];
+  Step<C> step(context, KeySegment("infos"));
   uint32_t count = 0;
-  ForEachKeyedMember(result, [&](const Json::Value& member) {
-    if (count >= capacity) return false;
-    parse(member, &records[count]);
-    ++count;
-    return count < capacity;
-  });
+  std::vector<std::string> notRead;
+  ForEachKeyedMember(
+      context, infos,
+      [&](const Json::Value& member, const char* /*name*/, const char* /*end*/) {
+        if (count >= capacity) return false;
+        read(member, records[count]);
+        ++count;
+        return true;
+      },
+      C::kReporting ? &notRead : nullptr);
+  if constexpr (C::kReporting) {
+    if (!notRead.empty()) NoteCollectionClamped(context, "records", capacity, notRead);
+  }
   return count;
 }
 

@@ -9,9 +9,16 @@ bool IsUtf8Continuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// Where to cut `size` bytes of `text` to fit `room` bytes. A UTF-8 character is at most four
-// bytes, so at most three continuation bytes are given back; on invalid input the cut stays
-// within three bytes of the limit.
+void CopyCut(const char* text, size_t size, char* dest, int len, bool utf8) {
+  const size_t cut = gsc::codec::CutPoint(text, size, static_cast<size_t>(len) - 1, utf8);
+  if (cut > 0) std::memcpy(dest, text, cut);
+  dest[cut] = '\0';
+}
+
+}  // namespace
+
+namespace gsc::codec {
+
 size_t CutPoint(const char* text, size_t size, size_t room, bool utf8) {
   if (size <= room) return size;
   size_t cut = room;
@@ -22,13 +29,7 @@ size_t CutPoint(const char* text, size_t size, size_t room, bool utf8) {
   return cut;
 }
 
-void CopyCut(const char* text, size_t size, char* dest, int len, bool utf8) {
-  const size_t cut = CutPoint(text, size, static_cast<size_t>(len) - 1, utf8);
-  if (cut > 0) std::memcpy(dest, text, cut);
-  dest[cut] = '\0';
-}
-
-}  // namespace
+}  // namespace gsc::codec
 
 void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8) {
   if (dest == nullptr || len < 1) return;

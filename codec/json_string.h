@@ -4,6 +4,8 @@
 
 #include <json/value.h>
 
+#include <cstddef>
+
 // Copies the text of `value` into `dest`, a field of `len` bytes: at most len - 1 bytes of text
 // and always a terminator within the field. Nothing is written when `dest` is null or `len` < 1.
 //
@@ -19,5 +21,14 @@ void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8);
 // The bytes are stored unchanged: with `utf8` true (every codec passes true) the caller's texts
 // are UTF-8 already, and with false they are carried as opaque bytes.
 void SetJsonString(Json::Value& value, const char* text, bool utf8);
+
+namespace gsc::codec {
+
+// How many of the `size` bytes of `text` GetJsonString keeps in `room` bytes of text: all of
+// them when they fit, else `room`, less up to three bytes so as not to split a UTF-8 character
+// when `utf8` is set (on invalid input the cut stays at `room`).
+size_t CutPoint(const char* text, size_t size, size_t room, bool utf8);
+
+}  // namespace gsc::codec
 
 #endif  // GUIDESCREEN_CODEC_CODEC_JSON_STRING_H

@@ -1,67 +1,94 @@
 #include "guidescreen/attribute_codec.h"
 
-#include "codec/frame.h"
-
 using namespace gsc::codec;
 
+namespace gsc::guidescreen {
 namespace {
 
-constexpr uint32_t kMaxTimes = 8;
-constexpr uint32_t kMaxPlayDates = 32;
-constexpr uint32_t kMaxSplitScreens = 16;
-constexpr uint32_t kSunEntries = 12;
 constexpr int kStatusValues = 2;
 constexpr int kDateTypeValues = 3;
+constexpr uint32_t kSunEntries = 12;
 // A sun entry left at 0 and 0 is sent as sunrise at 6 and sunset at 18.
 constexpr int32_t kDefaultSunrise = 6;
 constexpr int32_t kDefaultSunset = 18;
 
-void ParseTime(const Json::Value& json, tagNET_GUIDESCREEN_TIME_INFO& time) {
-  ReadBoolIfPresent(json, "Enable", time.bEnable);
-  ReadEnum<kDateTypeValues>(json, "DateType", time.emDateType);
-  ReadArrayIfPresent(json, "PlayDates", time.nPlayDatesNum, kMaxPlayDates,
-                     [&](const Json::Value& date, uint32_t i) {
-                       time.nPlayDates[i] = static_cast<uint32_t>(date.asInt());
+// The members each object's codecs know.
+constexpr auto kScreenKeys =
+    Keys("ID", "Status", "IsForeverOpen", "Time", "Bright", "Contrast", "Saturation", "Width",
+         "Height", "Volume", "SplitScreenList", "AutoBright");
+constexpr auto kTimeKeys = Keys("Enable", "DateType", "PlayDates", "OpenTime", "CloseTime");
+constexpr auto kSplitScreenKeys = Keys("ScreenId", "Rect", "ChildScreenBright");
+constexpr auto kAutoBrightKeys = Keys("Enable", "LightBright", "DarkBright", "Time");
+constexpr auto kSunTimeKeys = Keys("Sunrise", "Sunset");
+
+template <typename C>
+void ReadTime(const Json::Value& json, tagNET_GUIDESCREEN_TIME_INFO& time, C& context) {
+  const Members object(json, kTimeKeys, context);
+  ReadBoolIfPresent(object, "Enable", time.bEnable);
+  ReadEnum<kDateTypeValues>(object, "DateType", time.emDateType);
+  ReadArrayIfPresent(object, "PlayDates", time.nPlayDatesNum, time.nPlayDates,
+                     [&](const Json::Value& date, uint32_t& field) {
+                       field = static_cast<uint32_t>(ReadInt(context, date));
                      });
-  ReadTimeIfPresent(json, "OpenTime", time.stuOpenTime);
-  ReadTimeIfPresent(json, "CloseTime", time.stuCloseTime);
+  ReadTimeIfPresent(object, "OpenTime", time.stuOpenTime);
+  ReadTimeIfPresent(object, "CloseTime", time.stuCloseTime);
 }
 
-void ParseSplitScreen(const Json::Value& json, tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen) {
-  ReadTextIfPresent(json, "ScreenId", screen.szScreenId);
-  ReadRectIfPresent(json, "Rect", screen.stuRect);
-  ReadNumber(json, "ChildScreenBright", screen.nChildScreenBright);
+template <typename C>
+void ReadSplitScreen(const Json::Value& json, tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen,
+                     C& context) {
+  const Members object(json, kSplitScreenKeys, context);
+  ReadTextIfPresent(object, "ScreenId", screen.szScreenId);
+  ReadRectIfPresent(object, "Rect", screen.stuRect);
+  ReadNumber(object, "ChildScreenBright", screen.nChildScreenBright);
 }
 
-void ParseAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright) {
-  ReadBool(json, "Enable", bright.bEnable);
-  ReadNumber(json, "LightBright", bright.nLightBright);
-  ReadNumber(json, "DarkBright", bright.nDarkBright);
-  const Json::Value& times = Member(json, "Time");
-  if (!times.isArray()) return;
-  // All twelve entries are read whatever the array's size; missing ones read as 0.
+// All twelve sun entries are read whatever the array's size; missing ones read as 0.
+template <typename C>
+void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright,
+                    C& context) {
+  const Members object(json, kAutoBrightKeys, context);
+  ReadBool(object, "Enable", bright.bEnable);
+  ReadNumber(object, "LightBright", bright.nLightBright);
+  ReadNumber(object, "DarkBright", bright.nDarkBright);
+  const Json::Value& times = object["Time"];
+  if (!times.isArray()) {
+    if constexpr (C::kReporting) {
+      if (!times.isNull()) NoteMalformed(context, KeySegment("Time"), times, "an array");
+    }
+    return;
+  }
+  Step<C> step(context, KeySegment("Time"));
+  if constexpr (C::kReporting) {
+    if (times.size() > kSunEntries) NoteArrayClamped(context, times.size(), kSunEntries);
+  }
   for (uint32_t i = 0; i < kSunEntries; ++i) {
-    ReadNumber(times[i], "Sunrise", bright.stuTime[i].nSunrise);
-    ReadNumber(times[i], "Sunset", bright.stuTime[i].nSunset);
+    Step<C> entry(context, Segment::Index(i));
+    const Members sun(times[i], kSunTimeKeys, context);
+    ReadNumber(sun, "Sunrise", bright.stuTime[i].nSunrise);
+    ReadNumber(sun, "Sunset", bright.stuTime[i].nSunset);
   }
 }
 
-void PacketTime(const tagNET_GUIDESCREEN_TIME_INFO& time, Json::Value& json) {
+template <typename C>
+void PacketTime(const tagNET_GUIDESCREEN_TIME_INFO& time, const Out<C>& json) {
   WriteBool(json, "Enable", time.bEnable);
   WriteEnumInRange<kDateTypeValues>(json, "DateType", time.emDateType);
-  WriteListIfAny(json, "PlayDates", time.nPlayDatesNum, kMaxPlayDates,
-                 [&](Json::Value& date, uint32_t i) { date = Json::Value(time.nPlayDates[i]); });
+  WriteListIfAny(json, "PlayDates", time.nPlayDatesNum, time.nPlayDates,
+                 [](const Out<C>& date, uint32_t value) { date.json = Json::Value(value); });
   WriteTime(json, "OpenTime", time.stuOpenTime);
   WriteTime(json, "CloseTime", time.stuCloseTime);
 }
 
-void PacketSplitScreen(const tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen, Json::Value& json) {
+template <typename C>
+void PacketSplitScreen(const tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen, const Out<C>& json) {
   WriteText(json, "ScreenId", screen.szScreenId);
   WriteRect(json, "Rect", screen.stuRect);
   WriteUnsigned(json, "ChildScreenBright", screen.nChildScreenBright);
 }
 
-void PacketSunTime(const tagNET_GUIDESCREEN_SUN_TIME_INFO& sun, Json::Value& json) {
+template <typename C>
+void PacketSunTime(const tagNET_GUIDESCREEN_SUN_TIME_INFO& sun, const Out<C>& json) {
   if (sun.nSunrise != 0 || sun.nSunset != 0) {
     WriteUnsigned(json, "Sunrise", sun.nSunrise);
     WriteUnsigned(json, "Sunset", sun.nSunset);
@@ -71,57 +98,75 @@ void PacketSunTime(const tagNET_GUIDESCREEN_SUN_TIME_INFO& sun, Json::Value& jso
   }
 }
 
-void PacketAutoBright(const tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, Json::Value& json) {
+template <typename C>
+void PacketAutoBright(const tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, const Out<C>& json) {
   WriteBool(json, "Enable", bright.bEnable);
   WriteUnsigned(json, "LightBright", bright.nLightBright);
   WriteUnsigned(json, "DarkBright", bright.nDarkBright);
-  WriteListOrNull(json, "Time", kSunEntries, kSunEntries,
-                  [&](Json::Value& sun, uint32_t i) { PacketSunTime(bright.stuTime[i], sun); });
+  WriteListOrNull(json, "Time", kSunEntries, bright.stuTime,
+                  [](const Out<C>& sun, const auto& entry) { PacketSunTime(entry, sun); });
 }
 
 }  // namespace
 
-void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO* info) {
-  if (info == nullptr) return;
-  ReadTextIfPresent(json, "ID", info->szID);
-  ReadEnumIfPresent<kStatusValues>(json, "Status", info->emStatus);
-  ReadBoolIfPresent(json, "IsForeverOpen", info->bIsForeverOpen);
+template <typename C>
+void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
+                             C& context) {
+  const Members object(json, kScreenKeys, context);
+  ReadTextIfPresent(object, "ID", info.szID);
+  ReadEnumIfPresent<kStatusValues>(object, "Status", info.emStatus);
+  ReadBoolIfPresent(object, "IsForeverOpen", info.bIsForeverOpen);
+  ReadArrayIfPresent(object, "Time", info.nTimeNum, info.stuTime,
+                     [&](const Json::Value& time, auto& entry) { ReadTime(time, entry, context); });
+  ReadNumber(object, "Bright", info.nBright);
+  ReadNumber(object, "Contrast", info.nContrast);
+  ReadNumber(object, "Saturation", info.nSaturation);
+  ReadNumber(object, "Width", info.nWidth);
+  ReadNumber(object, "Height", info.nHeight);
+  ReadNumber(object, "Volume", info.nVolume);
   ReadArrayIfPresent(
-      json, "Time", info->nTimeNum, kMaxTimes,
-      [&](const Json::Value& time, uint32_t i) { ParseTime(time, info->stuTime[i]); });
-  ReadNumber(json, "Bright", info->nBright);
-  ReadNumber(json, "Contrast", info->nContrast);
-  ReadNumber(json, "Saturation", info->nSaturation);
-  ReadNumber(json, "Volume", info->nVolume);
-  ReadNumber(json, "Width", info->nWidth);
-  ReadNumber(json, "Height", info->nHeight);
-  ReadArrayIfPresent(json, "SplitScreenList", info->nSplitScreenListNum, kMaxSplitScreens,
-                     [&](const Json::Value& screen, uint32_t i) {
-                       ParseSplitScreen(screen, info->stuSplitScreenList[i]);
-                     });
-  const Json::Value& autoBright = Member(json, "AutoBright");
-  if (!autoBright.isNull()) ParseAutoBright(autoBright, info->stuAutoBright);
+      object, "SplitScreenList", info.nSplitScreenListNum, info.stuSplitScreenList,
+      [&](const Json::Value& screen, auto& entry) { ReadSplitScreen(screen, entry, context); });
+  ReadObjectIfPresent(object, "AutoBright", [&](const Json::Value& bright) {
+    ReadAutoBright(bright, info.stuAutoBright, context);
+  });
 }
 
-namespace gsc::guidescreen {
-
-void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, Json::Value& json) {
+template <typename C>
+void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, const Out<C>& json) {
   WriteText(json, "ID", info.szID);
   WriteEnumInRange<kStatusValues>(json, "Status", info.emStatus);
   WriteBool(json, "IsForeverOpen", info.bIsForeverOpen);
-  WriteListOrNull(json, "Time", info.nTimeNum, kMaxTimes,
-                  [&](Json::Value& time, uint32_t i) { PacketTime(info.stuTime[i], time); });
+  WriteListOrNull(json, "Time", info.nTimeNum, info.stuTime,
+                  [](const Out<C>& time, const auto& entry) { PacketTime(entry, time); });
   WriteUnsigned(json, "Bright", info.nBright);
   WriteUnsigned(json, "Contrast", info.nContrast);
   WriteUnsigned(json, "Saturation", info.nSaturation);
   WriteUnsigned(json, "Width", info.nWidth);
   WriteUnsigned(json, "Height", info.nHeight);
   WriteUnsigned(json, "Volume", info.nVolume);
-  WriteListOrNull(json, "SplitScreenList", info.nSplitScreenListNum, kMaxSplitScreens,
-                  [&](Json::Value& screen, uint32_t i) {
-                    PacketSplitScreen(info.stuSplitScreenList[i], screen);
-                  });
-  PacketAutoBright(info.stuAutoBright, Put(json, "AutoBright"));
+  WriteListOrNull(
+      json, "SplitScreenList", info.nSplitScreenListNum, info.stuSplitScreenList,
+      [](const Out<C>& screen, const auto& entry) { PacketSplitScreen(entry, screen); });
+  WriteRecord(json, "AutoBright",
+              [&](const Out<C>& bright) { PacketAutoBright(info.stuAutoBright, bright); });
+}
+
+template void ReadGuidScreenAttribute(const Json::Value&, tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
+                                      Silent&);
+template void ReadGuidScreenAttribute(const Json::Value&, tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
+                                      Reporting&);
+template void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
+                                        const Out<Silent>&);
+template void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
+                                        const Out<Reporting>&);
+
+void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, Json::Value& json) {
+  PacketSilently(&info, json, PacketGuidScreenAttribute<Silent>);
 }
 
 }  // namespace gsc::guidescreen
+
+void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO* info) {
+  ParseSilently(json, info, gsc::guidescreen::ReadGuidScreenAttribute<Silent>);
+}

@@ -4,6 +4,7 @@
 
 #include <json/value.h>
 
+#include "codec/frame.h"
 #include "guidescreen_codec/guidescreen_records.h"
 
 // Merges the attribute object `json` into `*info`; does nothing for a null `info`. Always set:
@@ -14,9 +15,17 @@ void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIB
 
 namespace gsc::guidescreen {
 
+// ParseGuidScreenAttribute's steps in either context (instantiated for Silent and Reporting).
+template <typename Context>
+void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
+                             Context& context);
+
 // Writes `info` into the attribute object `json` (members created or replaced, never removed, so
 // writing two records into one object merges them). "Time" and "SplitScreenList" are null when
 // empty; sun entries stored as 0 and 0 are sent as 6 and 18.
+template <typename Context>
+void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
+                               const codec::Out<Context>& json);
 void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, Json::Value& json);
 
 }  // namespace gsc::guidescreen

@@ -9,10 +9,11 @@
 #include "guidescreen/attribute_codec.h"
 
 using namespace gsc::codec;
+using gsc::guidescreen::PacketGuidScreenAttribute;
+using gsc::guidescreen::ReadGuidScreenAttribute;
 
 namespace {
 
-constexpr uint32_t kMaxDisplayUnits = 170;
 constexpr size_t kCodeLength = 3;
 
 // The three-character code of a display unit state, or null for a state without one.
@@ -29,61 +30,131 @@ const char* DisplayUnitCode(EM_GD_STATUS state) {
   }
 }
 
+constexpr auto kScreenByIdResultKeys = Keys("DisplayScreenCfg");
+
+template <typename C>
+void WriteScreens(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params, C& context) {
+  Json::Value& infos = Put(params, "infos");
+  if (in.pstuInfos == nullptr) return;
+  // Every record the count names is sent. Members are found by ID before they are written, so
+  // records sharing an ID merge into one member, the later one's keys winning.
+  Step<C> array(context, FieldNamed("pstuInfos"));
+  for (uint32_t i = 0; i < in.nInfosNum; ++i) {
+    Step<C> entry(context, Segment::Index(i));
+    const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info = in.pstuInfos[i];
+    const std::string id(info.szID, strnlen(info.szID, sizeof info.szID));
+    PacketGuidScreenAttribute(info, Out<C>{infos[id], context});
+  }
+}
+
+template <typename C>
+void ReadScreenById(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
+                    C& context) {
+  const Members object(result, kScreenByIdResultKeys, context);
+  ReadObject(object, "DisplayScreenCfg", [&](const Json::Value& screen) {
+    ReadGuidScreenAttribute(screen, out.stuInfo, context);
+  });
+}
+
+template <typename C>
+void ReadAllScreens(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
+                    C& context) {
+  const uint32_t capacity = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
+  out.nRetInfosNum = ReadKeyedCollection(result, capacity, out.pstuInfos, context,
+                                         [&](const Json::Value& screen, auto& info) {
+                                           ReadGuidScreenAttribute(screen, info, context);
+                                         });
+}
+
+template <typename C>
+void WriteScreenId(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params, C& context) {
+  WriteText(Out<C>{params, context}, "ScreenID", in.szScreenID);
+}
+
+template <typename C>
+void WriteDisplayStatus(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params, C& context) {
+  const Out<C> object{params, context};
+  // 170 codes of three characters and a terminator fit; the buffer starts all zero.
+  char status[512] = {};
+  WriteText(object, "ScreenId", in.szScreenId);
+  const uint32_t units = ClampCount(in.nGDNum, Capacity(in.emStatus));
+  if constexpr (C::kReporting) {
+    if (in.nGDNum > units) NoteCountBeyondCapacity(context, FieldNamed("nGDNum"), in.nGDNum, units);
+  }
+  WriteInt(object, "GDNum", static_cast<int32_t>(units));
+  bool ended = false;
+  for (uint32_t i = 0; i < units; ++i) {
+    // A state without a code stores nothing: the zero bytes there end the text.
+    const char* code = DisplayUnitCode(in.emStatus[i]);
+    if (code != nullptr) {
+      // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the bounded print is variadic by design.
+      _snprintf(status + kCodeLength * i, kCodeLength, "%s", code);
+    } else if (!ended) {
+      ended = true;
+      if constexpr (C::kReporting) {
+        NoteDisplayUnitWithoutCode(context, i, static_cast<int32_t>(in.emStatus[i]), units);
+      }
+    }
+  }
+  SetJsonString(Put(params, "Status"), status, true);
+}
+
 }  // namespace
 
 bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params) {
-  Json::Value& infos = Put(params, "infos");
-  if (in.pstuInfos == nullptr) return true;
-  // Every record the count names is sent. Members are found by ID before they are written, so
-  // records sharing an ID merge into one member, the later one's keys winning.
-  for (uint32_t i = 0; i < in.nInfosNum; ++i) {
-    const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info = in.pstuInfos[i];
-    const std::string id(info.szID, strnlen(info.szID, sizeof info.szID));
-    gsc::guidescreen::PacketGuidScreenAttribute(info, infos[id]);
-  }
-  return true;
+  return RunSilent([&](Silent& context) { WriteScreens(in, params, context); });
 }
-
+bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteScreens(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GUIDESCREEN_CFG& /*out*/) {
   return true;
 }
-
-bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params) {
-  WriteText(params, "ScreenID", in.szScreenID);
-  return true;
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GUIDESCREEN_CFG& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }
 
+bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params) {
+  return RunSilent([&](Silent& context) { WriteScreenId(in, params, context); });
+}
+bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params,
+               gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteScreenId(in, params, context); });
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out) {
-  ParseGuidScreenAttribute(Member(result, "DisplayScreenCfg"), &out.stuInfo);
-  return true;
+  return RunSilent([&](Silent& context) { ReadScreenById(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadScreenById(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& /*in*/, Json::Value& /*params*/) {
   return true;
 }
-
+bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& /*in*/, Json::Value& /*params*/,
+               gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out) {
-  const uint32_t capacity = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
-  out.nRetInfosNum = ReadKeyedCollection(result, capacity, out.pstuInfos, ParseGuidScreenAttribute);
-  return true;
+  return RunSilent([&](Silent& context) { ReadAllScreens(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadAllScreens(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params) {
-  // 170 codes of three characters and a terminator fit; the buffer starts all zero.
-  char status[512] = {};
-  WriteText(params, "ScreenId", in.szScreenId);
-  const uint32_t units = ClampCount(in.nGDNum, kMaxDisplayUnits);
-  WriteInt(params, "GDNum", static_cast<int32_t>(units));
-  for (uint32_t i = 0; i < units; ++i) {
-    // A state without a code stores nothing: the zero bytes there end the text.
-    const char* code = DisplayUnitCode(in.emStatus[i]);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the bounded print is variadic by design.
-    if (code != nullptr) _snprintf(status + kCodeLength * i, kCodeLength, "%s", code);
-  }
-  SetJsonString(Put(params, "Status"), status, true);
-  return true;
+  return RunSilent([&](Silent& context) { WriteDisplayStatus(in, params, context); });
 }
-
+bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteDisplayStatus(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GD_STATUS& /*out*/) {
   return true;
+}
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GD_STATUS& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }

@@ -2,26 +2,50 @@
 #include "plan/plan_codecs.h"
 
 using namespace gsc::codec;
-using gsc::plan::ReadPlanHeader;
-using gsc::plan::WritePlanHeader;
+
+namespace gsc::plan {
+namespace {
+
+constexpr auto kImmePlanKeys =
+    Keys("PlanName", "PlanID", "SplitScreenID", "PlanType", "Immediately");
+constexpr auto kImmediatelyKeys = Keys("Enable", "PlayTime", "ProgrammeName", "ProgrammeID");
+
+}  // namespace
+
+template <typename C>
+void ReadPlan(const Json::Value& json, tagNET_IMMEDIATELY_PLAN_INFO& info, C& context) {
+  const Members plan(json, kImmePlanKeys, context);
+  ReadPlanHeader(plan, info);
+  ReadObjectIfPresent(plan, "Immediately", [&](const Json::Value& block) {
+    const Members immediately(block, kImmediatelyKeys, context);
+    ReadBool(immediately, "Enable", info.bEnable);
+    ReadNumber(immediately, "PlayTime", info.nPlayTime);
+    ReadTextIfPresent(immediately, "ProgrammeName", info.szProgrammeName);
+    ReadTextIfPresent(immediately, "ProgrammeID", info.szProgrammeID);
+  });
+}
+
+template <typename C>
+void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO& info, const Out<C>& plan) {
+  WritePlanHeader(info, EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY, plan);
+  const Out<C> immediately = Put(plan, "Immediately");
+  WriteBool(immediately, "Enable", info.bEnable);
+  WriteUnsigned(immediately, "PlayTime", info.nPlayTime);
+  WriteText(immediately, "ProgrammeName", info.szProgrammeName);
+  WriteText(immediately, "ProgrammeID", info.szProgrammeID);
+}
+
+template void ReadPlan(const Json::Value&, tagNET_IMMEDIATELY_PLAN_INFO&, Silent&);
+template void ReadPlan(const Json::Value&, tagNET_IMMEDIATELY_PLAN_INFO&, Reporting&);
+template void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO&, const Out<Silent>&);
+template void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO&, const Out<Reporting>&);
+
+}  // namespace gsc::plan
 
 void ParseImmePlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO* info) {
-  if (info == nullptr) return;
-  ReadPlanHeader(plan, *info);
-  const Json::Value& immediately = Member(plan, "Immediately");
-  if (immediately.isNull()) return;
-  ReadBool(immediately, "Enable", info->bEnable);
-  ReadNumber(immediately, "PlayTime", info->nPlayTime);
-  ReadTextIfPresent(immediately, "ProgrammeName", info->szProgrammeName);
-  ReadTextIfPresent(immediately, "ProgrammeID", info->szProgrammeID);
+  ParseSilently(plan, info, gsc::plan::ReadPlan<Silent>);
 }
 
 void PacketImmePlan(const tagNET_IMMEDIATELY_PLAN_INFO* info, Json::Value& plan) {
-  if (info == nullptr) return;
-  WritePlanHeader(*info, EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY, plan);
-  Json::Value& immediately = Put(plan, "Immediately");
-  WriteBool(immediately, "Enable", info->bEnable);
-  WriteUnsigned(immediately, "PlayTime", info->nPlayTime);
-  WriteText(immediately, "ProgrammeName", info->szProgrammeName);
-  WriteText(immediately, "ProgrammeID", info->szProgrammeID);
+  PacketSilently(info, plan, gsc::plan::PacketPlan<Silent>);
 }

@@ -1,15 +1,21 @@
 // The seven programme plan operations.
 #include "guidescreen_codec/operations.h"
 
+#include <string>
+#include <vector>
+
 #include "codec/frame.h"
 #include "plan/plan_codecs.h"
 
 using namespace gsc::codec;
+using gsc::plan::kPlanTypes;
+using gsc::plan::PacketPlan;
+using gsc::plan::ReadPlan;
 
-namespace gsc::plan {
 namespace {
 
-constexpr uint32_t kMaxDeletedPlans = 32;
+constexpr auto kPlanResultKeys = Keys("ProgrammePlan");
+constexpr auto kAddedPlanResultKeys = Keys("ProgrammePlanID");
 
 // An array the caller did not supply takes no plans, whatever the shared capacity says.
 template <typename Plan>
@@ -17,99 +23,206 @@ uint32_t CapacityOf(const Plan* plans, uint32_t capacity) {
   return plans != nullptr ? capacity : 0;
 }
 
-}  // namespace
-}  // namespace gsc::plan
+// The plan kind, read without a presence test: a plan without "PlanType" is an immediate plan.
+template <typename C>
+EM_PROGRAMMEPLAN_TYPE ReadPlanType(const Json::Value& plan, C& context) {
+  EM_PROGRAMMEPLAN_TYPE kind = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
+  ReadEnumValue<kPlanTypes>(context, KeySegment("PlanType"), Member(plan, "PlanType"), kind);
+  return kind;
+}
 
-using gsc::plan::CapacityOf;
-using gsc::plan::kPlanTypes;
+// The plans of one kind, read into the caller's array of that kind while it has room.
+template <typename Plan>
+struct PlanArray {
+  PlanArray(Plan* array, uint32_t arrayCapacity)
+      : plans(array), capacity(CapacityOf(array, arrayCapacity)) {}
+
+  Plan* plans;
+  uint32_t capacity;
+  uint32_t count = 0;
+  std::vector<std::string> notRead;
+
+  template <typename C>
+  void Read(const Json::Value& plan, const char* name, const char* end, C& context) {
+    if (count < capacity) {
+      ReadPlan(plan, plans[count++], context);
+    } else if constexpr (C::kReporting) {
+      notRead.emplace_back(name, end);
+    }
+  }
+};
+
+template <typename C>
+void ReadAllPlans(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out, C& context) {
+  PlanArray<tagNET_IMMEDIATELY_PLAN_INFO> imme(out.pstuImmePlans, out.nMaxPlanNum);
+  PlanArray<tagNET_TIMER_PLAN_INFO> timer(out.pstuTimerPlans, out.nMaxPlanNum);
+  const Members object(result, kKeyedResultKeys, context);
+  const Json::Value& infos = object["infos"];
+  Step<C> step(context, KeySegment("infos"));
+  // One array filling up must not end the walk: later plans of the other kind still fit.
+  ForEachKeyedMember(context, infos,
+                     [&](const Json::Value& plan, const char* name, const char* end) {
+                       const EM_PROGRAMMEPLAN_TYPE kind = ReadPlanType(plan, context);
+                       if (kind == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY)
+                         imme.Read(plan, name, end, context);
+                       if (kind == EM_PROGRAMMEPLAN_TYPE_TIMER)
+                         timer.Read(plan, name, end, context);
+                       return true;
+                     });
+  if constexpr (C::kReporting) {
+    if (!imme.notRead.empty()) {
+      NoteCollectionClamped(context, "immediate plans", imme.capacity, imme.notRead);
+    }
+    if (!timer.notRead.empty()) {
+      NoteCollectionClamped(context, "timer plans", timer.capacity, timer.notRead);
+    }
+  }
+  out.nRetImmePlanNum = imme.count;
+  out.nRetTimerPlanNum = timer.count;
+}
+
+template <typename C>
+void WritePlanId(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params, C& context) {
+  WriteText(Out<C>{params, context}, "ProgrammePlanID", in.szProgrammePlanID);
+}
+
+template <typename C>
+void ReadPlanById(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out, C& context) {
+  const Members object(result, kPlanResultKeys, context);
+  ReadObject(object, "ProgrammePlan", [&](const Json::Value& plan) {
+    out.emPlanType = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
+    out.emPlanType = ReadPlanType(plan, context);
+    if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY)
+      ReadPlan(plan, out.stuImmePlan, context);
+    if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_TIMER) ReadPlan(plan, out.stuTimerPlan, context);
+  });
+}
+
+template <typename C, typename In>
+void WriteAddedPlan(const In& in, Json::Value& params, C& context) {
+  Step<C> step(context, FieldNamed("stuInfo"));
+  PacketPlan(in.stuInfo, Out<C>{Put(params, "info"), context});
+}
+
+// Read without a presence test: an answer without an ID must not leave the caller a stale one.
+template <typename C>
+void ReadAddedPlan(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out, C& context) {
+  const Members object(result, kAddedPlanResultKeys, context);
+  ReadText(object, "ProgrammePlanID", out.szProgrammePlanID);
+}
+
+// The device finds the plan by the top-level ID; the plan object repeats it as "PlanID", where
+// the report names the field.
+template <typename C, typename In>
+void WriteModifiedPlan(const In& in, Json::Value& params, C& context) {
+  SetJsonText(Put(params, "ProgrammePlanID"), in.stuProgrammePlan.szPlanID,
+              sizeof in.stuProgrammePlan.szPlanID);
+  Step<C> step(context, FieldNamed("stuProgrammePlan"));
+  PacketPlan(in.stuProgrammePlan, Out<C>{Put(params, "ProgrammePlan"), context});
+}
+
+template <typename C>
+void WriteDeletedPlans(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params, C& context) {
+  WriteListIfAny(Out<C>{params, context}, "ProgrammePlanIDList", in.nProgrammePlanIDListNum,
+                 in.szProgrammePlanIDList,
+                 [](const Out<C>& id, const char(&field)[64]) { WriteTextElement(id, field); });
+}
+
+}  // namespace
 
 bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& /*in*/, Json::Value& /*params*/) {
   return true;
 }
-
+bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& /*in*/, Json::Value& /*params*/,
+               gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out) {
-  const uint32_t immeCapacity = CapacityOf(out.pstuImmePlans, out.nMaxPlanNum);
-  const uint32_t timerCapacity = CapacityOf(out.pstuTimerPlans, out.nMaxPlanNum);
-  uint32_t imme = 0;
-  uint32_t timer = 0;
-  // One array filling up must not end the walk: later plans of the other kind still fit.
-  ForEachKeyedMember(result, [&](const Json::Value& plan) {
-    // A plan without "PlanType" reads as JSON 0, an immediate plan.
-    EM_PROGRAMMEPLAN_TYPE kind = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
-    ReadEnum<kPlanTypes>(plan, "PlanType", kind);
-    if (kind == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY && imme < immeCapacity) {
-      ParseImmePlan(plan, &out.pstuImmePlans[imme++]);
-    } else if (kind == EM_PROGRAMMEPLAN_TYPE_TIMER && timer < timerCapacity) {
-      ParseTimerPlan(plan, &out.pstuTimerPlans[timer++]);
-    }
-    return true;
-  });
-  out.nRetImmePlanNum = imme;
-  out.nRetTimerPlanNum = timer;
-  return true;
+  return RunSilent([&](Silent& context) { ReadAllPlans(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadAllPlans(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params) {
-  WriteText(params, "ProgrammePlanID", in.szProgrammePlanID);
-  return true;
+  return RunSilent([&](Silent& context) { WritePlanId(in, params, context); });
 }
-
+bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params,
+               gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WritePlanId(in, params, context); });
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out) {
-  const Json::Value& plan = Member(result, "ProgrammePlan");
-  ReadEnum<kPlanTypes>(plan, "PlanType", out.emPlanType);
-  if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY) {
-    ParseImmePlan(plan, &out.stuImmePlan);
-  } else if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_TIMER) {
-    ParseTimerPlan(plan, &out.stuTimerPlan);
-  }
-  return true;
+  return RunSilent([&](Silent& context) { ReadPlanById(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadPlanById(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params) {
-  PacketImmePlan(&in.stuInfo, Put(params, "info"));
-  return true;
+  return RunSilent([&](Silent& context) { WriteAddedPlan(in, params, context); });
+}
+bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params,
+               gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteAddedPlan(in, params, context); });
 }
 
 bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params) {
-  PacketTimerPlan(&in.stuInfo, Put(params, "info"));
-  return true;
+  return RunSilent([&](Silent& context) { WriteAddedPlan(in, params, context); });
 }
-
-// Read without a presence test: an answer without an ID must not leave the caller a stale one.
+bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params,
+               gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteAddedPlan(in, params, context); });
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out) {
-  ReadText(result, "ProgrammePlanID", out.szProgrammePlanID);
-  return true;
+  return RunSilent([&](Silent& context) { ReadAddedPlan(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadAddedPlan(result, out, context); });
 }
 
-// The device finds the plan by the top-level ID; the plan object repeats it as "PlanID".
 bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params) {
-  WriteText(params, "ProgrammePlanID", in.stuProgrammePlan.szPlanID);
-  PacketImmePlan(&in.stuProgrammePlan, Put(params, "ProgrammePlan"));
-  return true;
+  return RunSilent([&](Silent& context) { WriteModifiedPlan(in, params, context); });
 }
-
+bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params,
+               gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteModifiedPlan(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& /*out*/) {
   return true;
 }
-
-bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params) {
-  WriteText(params, "ProgrammePlanID", in.stuProgrammePlan.szPlanID);
-  PacketTimerPlan(&in.stuProgrammePlan, Put(params, "ProgrammePlan"));
-  return true;
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }
 
+bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params) {
+  return RunSilent([&](Silent& context) { WriteModifiedPlan(in, params, context); });
+}
+bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params,
+               gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteModifiedPlan(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& /*out*/) {
   return true;
 }
-
-bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params) {
-  WriteListIfAny(params, "ProgrammePlanIDList", in.nProgrammePlanIDListNum,
-                 gsc::plan::kMaxDeletedPlans, [&](Json::Value& id, uint32_t i) {
-                   SetJsonText(id, in.szProgrammePlanIDList[i], sizeof in.szProgrammePlanIDList[i]);
-                 });
-  return true;
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }
 
+bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params) {
+  return RunSilent([&](Silent& context) { WriteDeletedPlans(in, params, context); });
+}
+bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteDeletedPlans(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMEPLANS& /*out*/) {
   return true;
+}
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMEPLANS& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }

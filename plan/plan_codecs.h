@@ -34,17 +34,27 @@ namespace gsc::plan {
 // "PlanType" travels as an EM_PROGRAMMEPLAN_TYPE counted from 0: 0 immediate, 1 timer.
 constexpr int kPlanTypes = 2;
 
+// The plan codecs in either context (instantiated for Silent and Reporting).
+template <typename Context>
+void ReadPlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO& info, Context& context);
+template <typename Context>
+void ReadPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO& info, Context& context);
+template <typename Context>
+void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO& info, const codec::Out<Context>& plan);
+template <typename Context>
+void PacketPlan(const tagNET_TIMER_PLAN_INFO& info, const codec::Out<Context>& plan);
+
 // The three texts that open both plan kinds, laid out and coded alike.
-template <typename Plan>
-void ReadPlanHeader(const Json::Value& plan, Plan& info) {
+template <typename C, size_t N, typename Plan>
+void ReadPlanHeader(const codec::Members<C, N>& plan, Plan& info) {
   codec::ReadTextIfPresent(plan, "PlanName", info.szPlanName);
   codec::ReadTextIfPresent(plan, "PlanID", info.szPlanID);
   codec::ReadTextIfPresent(plan, "SplitScreenID", info.szSplitScreenID);
 }
 
 // The shared texts followed by the plan's own kind.
-template <typename Plan>
-void WritePlanHeader(const Plan& info, EM_PROGRAMMEPLAN_TYPE kind, Json::Value& plan) {
+template <typename C, typename Plan>
+void WritePlanHeader(const Plan& info, EM_PROGRAMMEPLAN_TYPE kind, const codec::Out<C>& plan) {
   codec::WriteText(plan, "PlanName", info.szPlanName);
   codec::WriteText(plan, "PlanID", info.szPlanID);
   codec::WriteText(plan, "SplitScreenID", info.szSplitScreenID);

@@ -3,25 +3,33 @@
 #include "plan/plan_codecs.h"
 
 using namespace gsc::codec;
-using gsc::plan::ReadPlanHeader;
-using gsc::plan::WritePlanHeader;
 
+namespace gsc::plan {
 namespace {
 
-constexpr uint32_t kMaxPlayDates = 32;
-constexpr uint32_t kMaxProgrammes = 32;
 constexpr int kPeriodTypes = 4;
 constexpr int kReviewStates = 2;
 
-void ParsePlanProgramme(const Json::Value& json, tagNET_PLAN_PROGRAMME_INFO& programme) {
-  ReadTextIfPresent(json, "ProgrammeID", programme.szProgrammeID);
-  ReadTextIfPresent(json, "ProgrammeName", programme.szProgrammeName);
-  ReadBool(json, "IsBgProgramme", programme.bIsBgProgramme);
-  ReadTimeIfPresent(json, "StartTime", programme.stuStartTime);
-  ReadTimeIfPresent(json, "EndTime", programme.stuEndTime);
+constexpr auto kTimerPlanKeys =
+    Keys("PlanName", "PlanID", "SplitScreenID", "PlanType", "Timer", "ReviewOpinion");
+constexpr auto kTimerKeys =
+    Keys("PeriodType", "PlayDates", "CustomPlayDate", "ReviewState", "Overdue", "Programmes");
+constexpr auto kCustomDateKeys = Keys("PlayStartDate", "PlayEndDate");
+constexpr auto kPlanProgrammeKeys =
+    Keys("ProgrammeID", "ProgrammeName", "IsBgProgramme", "StartTime", "EndTime");
+
+template <typename C>
+void ReadPlanProgramme(const Json::Value& json, tagNET_PLAN_PROGRAMME_INFO& programme, C& context) {
+  const Members object(json, kPlanProgrammeKeys, context);
+  ReadTextIfPresent(object, "ProgrammeID", programme.szProgrammeID);
+  ReadTextIfPresent(object, "ProgrammeName", programme.szProgrammeName);
+  ReadBool(object, "IsBgProgramme", programme.bIsBgProgramme);
+  ReadTimeIfPresent(object, "StartTime", programme.stuStartTime);
+  ReadTimeIfPresent(object, "EndTime", programme.stuEndTime);
 }
 
-void PacketPlanProgramme(const tagNET_PLAN_PROGRAMME_INFO& programme, Json::Value& json) {
+template <typename C>
+void PacketPlanProgramme(const tagNET_PLAN_PROGRAMME_INFO& programme, const Out<C>& json) {
   WriteText(json, "ProgrammeID", programme.szProgrammeID);
   WriteText(json, "ProgrammeName", programme.szProgrammeName);
   WriteBool(json, "IsBgProgramme", programme.bIsBgProgramme);
@@ -31,44 +39,67 @@ void PacketPlanProgramme(const tagNET_PLAN_PROGRAMME_INFO& programme, Json::Valu
 
 }  // namespace
 
-void ParseTimerPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO* info) {
-  if (info == nullptr) return;
-  ReadPlanHeader(plan, *info);
-  const Json::Value& timer = Member(plan, "Timer");
-  if (timer.isNull()) return;
-  ReadEnum<kPeriodTypes>(timer, "PeriodType", info->emPeriodType);
-  ReadArrayIfPresent(timer, "PlayDates", info->nPlayDatesNum, kMaxPlayDates,
-                     [&](const Json::Value& date, uint32_t i) {
-                       info->nPlayDates[i] = static_cast<uint32_t>(date.asInt());
-                     });
-  const Json::Value& customDates = Member(timer, "CustomPlayDate");
-  ReadDateIfPresent(customDates, "PlayStartDate", info->stuPlayStartDate);
-  ReadDateIfPresent(customDates, "PlayEndDate", info->stuPlayEndDate);
-  ReadEnum<kReviewStates>(timer, "ReviewState", info->emReviewState);
-  // The opinion sits beside "Timer", yet a plan without a "Timer" carries no review to read.
-  ReadTextIfPresent(plan, "ReviewOpinion", info->szReviewOpinion);
-  ReadBool(timer, "Overdue", info->bOverdue);
-  ReadArrayIfPresent(timer, "Programmes", info->nProgrammesNum, kMaxProgrammes,
-                     [&](const Json::Value& programme, uint32_t i) {
-                       ParsePlanProgramme(programme, info->stuProgrammes[i]);
+template <typename C>
+void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context) {
+  const Members plan(json, kTimerPlanKeys, context);
+  ReadPlanHeader(plan, info);
+  if (plan["Timer"].isNull()) return;
+  // The opinion sits beside "Timer", in the middle of its steps; a plan without a "Timer"
+  // carries no review to read.
+  const Members timer = NestedMembers(plan, "Timer", kTimerKeys);
+  {
+    const Step<C> step(context, KeySegment("Timer"));
+    ReadEnum<kPeriodTypes>(timer, "PeriodType", info.emPeriodType);
+    ReadArrayIfPresent(timer, "PlayDates", info.nPlayDatesNum, info.nPlayDates,
+                       [&](const Json::Value& date, uint32_t& field) {
+                         field = static_cast<uint32_t>(ReadInt(context, date));
+                       });
+    ReadObject(timer, "CustomPlayDate", [&](const Json::Value& dates) {
+      const Members customDates(dates, kCustomDateKeys, context);
+      ReadDateIfPresent(customDates, "PlayStartDate", info.stuPlayStartDate);
+      ReadDateIfPresent(customDates, "PlayEndDate", info.stuPlayEndDate);
+    });
+    ReadEnum<kReviewStates>(timer, "ReviewState", info.emReviewState);
+  }
+  ReadTextIfPresent(plan, "ReviewOpinion", info.szReviewOpinion);
+  const Step<C> step(context, KeySegment("Timer"));
+  ReadBool(timer, "Overdue", info.bOverdue);
+  ReadArrayIfPresent(timer, "Programmes", info.nProgrammesNum, info.stuProgrammes,
+                     [&](const Json::Value& programme, tagNET_PLAN_PROGRAMME_INFO& entry) {
+                       ReadPlanProgramme(programme, entry, context);
                      });
 }
 
-void PacketTimerPlan(const tagNET_TIMER_PLAN_INFO* info, Json::Value& plan) {
-  if (info == nullptr) return;
-  WritePlanHeader(*info, EM_PROGRAMMEPLAN_TYPE_TIMER, plan);
-  Json::Value& timer = Put(plan, "Timer");
-  WriteEnumIfSet(timer, "PeriodType", info->emPeriodType);
-  WriteListOrNull(timer, "PlayDates", info->nPlayDatesNum, kMaxPlayDates,
-                  [&](Json::Value& date, uint32_t i) { date = Json::Value(info->nPlayDates[i]); });
-  Json::Value& customDates = Put(timer, "CustomPlayDate");
-  WriteDate(customDates, "PlayStartDate", info->stuPlayStartDate);
-  WriteDate(customDates, "PlayEndDate", info->stuPlayEndDate);
-  WriteEnumIfSet(timer, "ReviewState", info->emReviewState);
-  WriteText(plan, "ReviewOpinion", info->szReviewOpinion);
-  WriteBool(timer, "Overdue", info->bOverdue);
-  WriteListOrNull(timer, "Programmes", info->nProgrammesNum, kMaxProgrammes,
-                  [&](Json::Value& programme, uint32_t i) {
-                    PacketPlanProgramme(info->stuProgrammes[i], programme);
+template <typename C>
+void PacketPlan(const tagNET_TIMER_PLAN_INFO& info, const Out<C>& plan) {
+  WritePlanHeader(info, EM_PROGRAMMEPLAN_TYPE_TIMER, plan);
+  const Out<C> timer = Put(plan, "Timer");
+  WriteEnumIfSet(timer, "PeriodType", info.emPeriodType);
+  WriteListOrNull(timer, "PlayDates", info.nPlayDatesNum, info.nPlayDates,
+                  [](const Out<C>& date, uint32_t value) { date.json = Json::Value(value); });
+  const Out<C> customDates = Put(timer, "CustomPlayDate");
+  WriteDate(customDates, "PlayStartDate", info.stuPlayStartDate);
+  WriteDate(customDates, "PlayEndDate", info.stuPlayEndDate);
+  WriteEnumIfSet(timer, "ReviewState", info.emReviewState);
+  WriteText(plan, "ReviewOpinion", info.szReviewOpinion);
+  WriteBool(timer, "Overdue", info.bOverdue);
+  WriteListOrNull(timer, "Programmes", info.nProgrammesNum, info.stuProgrammes,
+                  [](const Out<C>& json, const tagNET_PLAN_PROGRAMME_INFO& programme) {
+                    PacketPlanProgramme(programme, json);
                   });
+}
+
+template void ReadPlan(const Json::Value&, tagNET_TIMER_PLAN_INFO&, Silent&);
+template void ReadPlan(const Json::Value&, tagNET_TIMER_PLAN_INFO&, Reporting&);
+template void PacketPlan(const tagNET_TIMER_PLAN_INFO&, const Out<Silent>&);
+template void PacketPlan(const tagNET_TIMER_PLAN_INFO&, const Out<Reporting>&);
+
+}  // namespace gsc::plan
+
+void ParseTimerPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO* info) {
+  ParseSilently(plan, info, gsc::plan::ReadPlan<Silent>);
+}
+
+void PacketTimerPlan(const tagNET_TIMER_PLAN_INFO* info, Json::Value& plan) {
+  PacketSilently(info, plan, gsc::plan::PacketPlan<Silent>);
 }

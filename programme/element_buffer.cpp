@@ -29,47 +29,48 @@ class BufferedRecord {
   Record record_;
 };
 
-template <typename Record, void (*Parse)(const Json::Value&, Record*)>
-void ParseAt(const Json::Value& json, unsigned char* at) {
+template <typename C, typename Record>
+void ParseAt(const Json::Value& json, unsigned char* at, C& context) {
   BufferedRecord<Record> record(at);
-  Parse(json, record.get());
+  ReadElement(json, *record.get(), context);
 }
 
-template <typename Record, void (*Packet)(const Record*, Json::Value&)>
-void PacketAt(const unsigned char* at, Json::Value& json) {
+template <typename C, typename Record>
+void PacketAt(const unsigned char* at, const codec::Out<C>& json) {
   Record record;
   std::memcpy(&record, at, sizeof record);
-  Packet(&record, json);
+  PacketElement(record, json);
 }
 
 // One element kind: the size of its record and its codecs working on a position in the buffer.
+template <typename C>
 struct ElementKind {
   size_t recordSize;
-  void (*parseAt)(const Json::Value& json, unsigned char* at);
-  void (*packetAt)(const unsigned char* at, Json::Value& json);
+  void (*parseAt)(const Json::Value& json, unsigned char* at, C& context);
+  void (*packetAt)(const unsigned char* at, const codec::Out<C>& json);
 };
 
-template <typename Record, void (*Parse)(const Json::Value&, Record*),
-          void (*Packet)(const Record*, Json::Value&)>
-constexpr ElementKind KindOf() {
-  return {sizeof(Record), &ParseAt<Record, Parse>, &PacketAt<Record, Packet>};
+template <typename C, typename Record>
+constexpr ElementKind<C> KindOf() {
+  return {sizeof(Record), &ParseAt<C, Record>, &PacketAt<C, Record>};
 }
 
 // Indexed by EM_ELEMENT_TYPE - 1.
-constexpr ElementKind kKinds[] = {
-    KindOf<tagNET_VIDEO_ELEMENT_INFO, ParseVideoElement, PacketVideoElement>(),
-    KindOf<tagNET_PICTURE_ELEMENT_INFO, ParsePictureElement, PacketPictureElement>(),
-    KindOf<tagNET_TEXT_ELEMENT_INFO, ParseTextElement, PacketTextElement>(),
-    KindOf<tagNET_PLACEHOLDER_ELEMENT_INFO, ParsePlaceHolderElement, PacketPlaceHolderElement>(),
-    KindOf<tagNET_CAPTURE_ELEMENT_INFO, ParseCaptureElement, PacketCaptureElement>(),
+template <typename C>
+constexpr ElementKind<C> kKinds[] = {
+    KindOf<C, tagNET_VIDEO_ELEMENT_INFO>(),   KindOf<C, tagNET_PICTURE_ELEMENT_INFO>(),
+    KindOf<C, tagNET_TEXT_ELEMENT_INFO>(),    KindOf<C, tagNET_PLACEHOLDER_ELEMENT_INFO>(),
+    KindOf<C, tagNET_CAPTURE_ELEMENT_INFO>(),
 };
-constexpr int kKindCount = static_cast<int>(sizeof kKinds / sizeof kKinds[0]);
+constexpr int kKindCount =
+    static_cast<int>(sizeof kKinds<codec::Silent> / sizeof kKinds<codec::Silent>[0]);
 
 // The kind's entry of the table, or null for a kind without a record.
-const ElementKind* FindKind(EM_ELEMENT_TYPE kind) {
+template <typename C>
+const ElementKind<C>* FindKind(EM_ELEMENT_TYPE kind) {
   // Range-tested before subtracting: a header may hold any int, INT_MIN included.
   const int value = static_cast<int>(kind);
-  return value >= 1 && value <= kKindCount ? &kKinds[value - 1] : nullptr;
+  return value >= 1 && value <= kKindCount ? &kKinds<C>[value - 1] : nullptr;
 }
 
 // The header's kind is its first 4 bytes; the 128 reserved bytes after it belong to the caller.
@@ -88,7 +89,7 @@ void StoreKind(unsigned char* header, EM_ELEMENT_TYPE kind) {
 }  // namespace
 
 size_t ElementEntrySize(EM_ELEMENT_TYPE kind) {
-  const ElementKind* known = FindKind(kind);
+  const ElementKind<codec::Silent>* known = FindKind<codec::Silent>(kind);
   return kElementHeaderSize + (known != nullptr ? known->recordSize : 0);
 }
 
@@ -96,35 +97,74 @@ EM_ELEMENT_TYPE ElementKindOfType(int type) {
   return static_cast<EM_ELEMENT_TYPE>(type >= 0 && type < kKindCount ? type + 1 : 0);
 }
 
-uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length) {
+template <typename C>
+uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length,
+                         C& context) {
   const size_t capacity = buffer != nullptr ? length : 0;
   size_t used = 0;
   uint32_t stored = 0;
+  size_t needed = 0;
   for (Json::ArrayIndex j = 0; j < elements.size(); ++j) {
     const Json::Value& element = elements[j];
-    const EM_ELEMENT_TYPE kind = ElementKindOfType(codec::Member(element, "Type").asInt());
+    codec::Step<C> step(context, codec::Segment::Index(j));
+    const int type =
+        codec::ReadInt(context, codec::KeySegment("Type"), codec::Member(element, "Type"));
+    const EM_ELEMENT_TYPE kind = ElementKindOfType(type);
     const size_t entry = ElementEntrySize(kind);
     // used never exceeds capacity, so the room left is computed without wrapping.
-    if (entry > capacity - used) break;
+    if (entry > capacity - used) {
+      needed = entry;
+      break;
+    }
     unsigned char* header = buffer + used;
     StoreKind(header, kind);
-    if (const ElementKind* known = FindKind(kind))
-      known->parseAt(element, header + kElementHeaderSize);
+    if (const ElementKind<C>* known = FindKind<C>(kind)) {
+      known->parseAt(element, header + kElementHeaderSize, context);
+    } else if constexpr (C::kReporting) {
+      codec::NoteUnknownElementType(context, type);
+    }
     used += entry;
     ++stored;
+  }
+  if constexpr (C::kReporting) {
+    if (stored < elements.size()) {
+      codec::NoteElementBufferFull(context, elements.size(), stored, needed, capacity - used);
+    }
   }
   return stored;
 }
 
-void WriteElementList(const unsigned char* buffer, uint32_t count, Json::Value& elements) {
+uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length) {
+  codec::Silent context;
+  return ReadElementList(elements, buffer, length, context);
+}
+
+template <typename C>
+void WriteElementList(const unsigned char* buffer, uint32_t count, const codec::Out<C>& elements) {
   if (buffer == nullptr) return;
+  codec::Step<C> step(elements.context, codec::FieldNamed("pElementsBuf"));
   const unsigned char* header = buffer;
   for (uint32_t j = 0; j < count; ++j) {
     const EM_ELEMENT_TYPE kind = LoadKind(header);
-    if (const ElementKind* known = FindKind(kind))
-      known->packetAt(header + kElementHeaderSize, elements[j]);
+    if (const ElementKind<C>* known = FindKind<C>(kind)) {
+      codec::Step<C> entry(elements.context, codec::Segment::Index(j));
+      known->packetAt(header + kElementHeaderSize,
+                      codec::Out<C>{elements.json[j], elements.context});
+    } else if constexpr (C::kReporting) {
+      codec::NoteElementKindSkipped(elements.context, j, static_cast<int32_t>(kind));
+    }
     header += ElementEntrySize(kind);
   }
 }
+
+void WriteElementList(const unsigned char* buffer, uint32_t count, Json::Value& elements) {
+  codec::Silent context;
+  WriteElementList(buffer, count, codec::Out<codec::Silent>{elements, context});
+}
+
+template uint32_t ReadElementList(const Json::Value&, unsigned char*, uint32_t, codec::Silent&);
+template uint32_t ReadElementList(const Json::Value&, unsigned char*, uint32_t, codec::Reporting&);
+template void WriteElementList(const unsigned char*, uint32_t, const codec::Out<codec::Silent>&);
+template void WriteElementList(const unsigned char*, uint32_t, const codec::Out<codec::Reporting>&);
 
 }  // namespace gsc::programme

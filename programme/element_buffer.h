@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "codec/frame.h"
 #include "guidescreen_codec/programme_records.h"
 
 namespace gsc::programme {
@@ -28,11 +29,19 @@ EM_ELEMENT_TYPE ElementKindOfType(int type);
 // returns how many were stored. An entry that would not fit whole ends the list; no byte at or
 // past buffer + length is written, and a null buffer holds nothing. Only the header's kind is
 // written, never its reserved bytes; a record is merged with what the buffer held before.
+// When reporting, an entry of unknown "Type" and the entries that did not fit are noted.
+template <typename Context>
+uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length,
+                         Context& context);
 uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length);
 
 // Writes `count` entries from `buffer` into element j of `elements`, trusting the headers (the
 // caller laid them out); an entry of unknown kind leaves element j untouched, a null hole when a
-// later entry is written. A null buffer writes nothing.
+// later entry is written (noted when reporting, as pElementsBuf[j]). A null buffer writes
+// nothing.
+template <typename Context>
+void WriteElementList(const unsigned char* buffer, uint32_t count,
+                      const codec::Out<Context>& elements);
 void WriteElementList(const unsigned char* buffer, uint32_t count, Json::Value& elements);
 
 }  // namespace gsc::programme

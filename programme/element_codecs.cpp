@@ -1,114 +1,189 @@
 // The five element kinds. Each reads its name and filler state, then its own members, then its
 // note list; each writes the same three common members first and the note list last.
-#include "codec/frame.h"
 #include "programme/element_common.h"
 #include "programme/programme_codecs.h"
 
 using namespace gsc::codec;
-using namespace gsc::programme;
 
+namespace gsc::programme {
 namespace {
 
 constexpr int kStyleValues = 5;
 constexpr int kCaptureTypeValues = 2;
 
+constexpr auto kVideoElementKeys = ElementKeys("Video");
+constexpr auto kVideoKeys = Keys("Path", "PlayCount");
+constexpr auto kPictureElementKeys = ElementKeys("Picture");
+constexpr auto kPictureKeys =
+    Keys("Path", "PlayTime", "PlayCount", "Diaphaneity", "StayTime", "EnterStyle", "ExitStyle");
+constexpr auto kTextElementKeys = ElementKeys("Text");
+constexpr auto kCaptureElementKeys = ElementKeys("DeviceInfo");
+constexpr auto kDeviceKeys =
+    Keys("UserName", "Password", "IP", "Port", "Channel", "CaptureType", "PlayTime");
+
 }  // namespace
 
 // A missing "Video" object is looked into all the same: its members read as null.
-void ParseVideoElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO* info) {
-  ReadElementHead(json, info->szName, info->bFillerState);
-  const Json::Value& video = Member(json, "Video");
-  ReadTextIfPresent(video, "Path", info->szPath);
-  ReadNumber(video, "PlayCount", info->nPlayCount);
-  ReadNoteList(json, info->nNoteNum, info->stuNote);
+template <typename C>
+void ReadElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO& info, C& context) {
+  const Members object(json, kVideoElementKeys, context);
+  ReadElementHead(object, info.szName, info.bFillerState);
+  ReadObject(object, "Video", [&](const Json::Value& kindObject) {
+    const Members video(kindObject, kVideoKeys, context);
+    ReadTextIfPresent(video, "Path", info.szPath);
+    ReadNumber(video, "PlayCount", info.nPlayCount);
+  });
+  ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
-void PacketVideoElement(const tagNET_VIDEO_ELEMENT_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteElementHead(info->szName, EM_ELEMENT_TYPE_VIDEO, info->bFillerState, json);
-  Json::Value& video = Put(json, "Video");
-  WriteText(video, "Path", info->szPath);
-  WriteUnsigned(video, "PlayCount", info->nPlayCount);
-  WriteNoteList(info->nNoteNum, info->stuNote, json);
+template <typename C>
+void PacketElement(const tagNET_VIDEO_ELEMENT_INFO& info, const Out<C>& json) {
+  WriteElementHead(json, info.szName, EM_ELEMENT_TYPE_VIDEO, info.bFillerState);
+  const Out<C> video = Put(json, "Video");
+  WriteText(video, "Path", info.szPath);
+  WriteUnsigned(video, "PlayCount", info.nPlayCount);
+  WriteNoteList(json, info.nNoteNum, info.stuNote);
 }
 
-void ParsePictureElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO* info) {
-  ReadElementHead(json, info->szName, info->bFillerState);
-  const Json::Value& picture = Member(json, "Picture");
-  ReadTextIfPresent(picture, "Path", info->szPath);
-  ReadNumber(picture, "PlayTime", info->nPlayTime);
-  ReadNumber(picture, "PlayCount", info->nPlayCount);
-  ReadNumber(picture, "Diaphaneity", info->nDiaphaneity);
-  ReadNumber(picture, "StayTime", info->nStayTime);
-  ReadEnum<kStyleValues>(picture, "EnterStyle", info->emEnterStyle);
-  ReadEnum<kStyleValues>(picture, "ExitStyle", info->emExitStyle);
-  ReadNoteList(json, info->nNoteNum, info->stuNote);
+template <typename C>
+void ReadElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO& info, C& context) {
+  const Members object(json, kPictureElementKeys, context);
+  ReadElementHead(object, info.szName, info.bFillerState);
+  ReadObject(object, "Picture", [&](const Json::Value& kindObject) {
+    const Members picture(kindObject, kPictureKeys, context);
+    ReadTextIfPresent(picture, "Path", info.szPath);
+    ReadNumber(picture, "PlayTime", info.nPlayTime);
+    ReadNumber(picture, "PlayCount", info.nPlayCount);
+    ReadNumber(picture, "Diaphaneity", info.nDiaphaneity);
+    ReadNumber(picture, "StayTime", info.nStayTime);
+    ReadEnum<kStyleValues>(picture, "EnterStyle", info.emEnterStyle);
+    ReadEnum<kStyleValues>(picture, "ExitStyle", info.emExitStyle);
+  });
+  ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
-void PacketPictureElement(const tagNET_PICTURE_ELEMENT_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteElementHead(info->szName, EM_ELEMENT_TYPE_PICTURE, info->bFillerState, json);
-  Json::Value& picture = Put(json, "Picture");
-  WriteText(picture, "Path", info->szPath);
-  WriteUnsigned(picture, "PlayTime", info->nPlayTime);
-  WriteUnsigned(picture, "PlayCount", info->nPlayCount);
-  WriteUnsigned(picture, "Diaphaneity", info->nDiaphaneity);
-  WriteUnsigned(picture, "StayTime", info->nStayTime);
-  WriteEnumIfSet(picture, "EnterStyle", info->emEnterStyle);
-  WriteEnumIfSet(picture, "ExitStyle", info->emExitStyle);
-  WriteNoteList(info->nNoteNum, info->stuNote, json);
+template <typename C>
+void PacketElement(const tagNET_PICTURE_ELEMENT_INFO& info, const Out<C>& json) {
+  WriteElementHead(json, info.szName, EM_ELEMENT_TYPE_PICTURE, info.bFillerState);
+  const Out<C> picture = Put(json, "Picture");
+  WriteText(picture, "Path", info.szPath);
+  WriteUnsigned(picture, "PlayTime", info.nPlayTime);
+  WriteUnsigned(picture, "PlayCount", info.nPlayCount);
+  WriteUnsigned(picture, "Diaphaneity", info.nDiaphaneity);
+  WriteUnsigned(picture, "StayTime", info.nStayTime);
+  WriteEnumIfSet(picture, "EnterStyle", info.emEnterStyle);
+  WriteEnumIfSet(picture, "ExitStyle", info.emExitStyle);
+  WriteNoteList(json, info.nNoteNum, info.stuNote);
 }
 
 // "Text" has no presence test of its own: a missing one still resets the block's numbers.
-void ParseTextElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO* info) {
-  ReadElementHead(json, info->szName, info->bFillerState);
-  ParseText(Member(json, "Text"), &info->stuText);
-  ReadNoteList(json, info->nNoteNum, info->stuNote);
+template <typename C>
+void ReadElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO& info, C& context) {
+  const Members object(json, kTextElementKeys, context);
+  ReadElementHead(object, info.szName, info.bFillerState);
+  ReadObject(object, "Text",
+             [&](const Json::Value& text) { ReadTextBlock(text, info.stuText, context); });
+  ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
-void PacketTextElement(const tagNET_TEXT_ELEMENT_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteElementHead(info->szName, EM_ELEMENT_TYPE_TEXT, info->bFillerState, json);
-  PacketText(&info->stuText, Put(json, "Text"));
-  WriteNoteList(info->nNoteNum, info->stuNote, json);
+template <typename C>
+void PacketElement(const tagNET_TEXT_ELEMENT_INFO& info, const Out<C>& json) {
+  WriteElementHead(json, info.szName, EM_ELEMENT_TYPE_TEXT, info.bFillerState);
+  WriteRecord(json, "Text", [&](const Out<C>& text) { PacketTextBlock(info.stuText, text); });
+  WriteNoteList(json, info.nNoteNum, info.stuNote);
 }
 
-void ParsePlaceHolderElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO* info) {
-  ReadElementHead(json, info->szName, info->bFillerState);
-  ReadNoteList(json, info->nNoteNum, info->stuNote);
+template <typename C>
+void ReadElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, C& context) {
+  const Members object(json, kPlaceHolderElementKeys, context);
+  ReadElementHead(object, info.szName, info.bFillerState);
+  ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
-void PacketPlaceHolderElement(const tagNET_PLACEHOLDER_ELEMENT_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteElementHead(info->szName, EM_ELEMENT_TYPE_PLACEHOLDER, info->bFillerState, json);
-  WriteNoteList(info->nNoteNum, info->stuNote, json);
+template <typename C>
+void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO& info, const Out<C>& json) {
+  WriteElementHead(json, info.szName, EM_ELEMENT_TYPE_PLACEHOLDER, info.bFillerState);
+  WriteNoteList(json, info.nNoteNum, info.stuNote);
 }
 
 // The source device's fields lie flat in the record but travel inside "DeviceInfo", together
 // with the capture type and the play time.
-void ParseCaptureElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO* info) {
-  ReadElementHead(json, info->szName, info->bFillerState);
-  const Json::Value& device = Member(json, "DeviceInfo");
-  ReadTextIfPresent(device, "UserName", info->szUserName);
-  ReadTextIfPresent(device, "Password", info->szPassword);
-  ReadTextIfPresent(device, "IP", info->szIP);
-  ReadNumber(device, "Port", info->nPort);
-  ReadNumber(device, "Channel", info->nChannel);
-  ReadEnum<kCaptureTypeValues>(device, "CaptureType", info->emCaptureType);
-  ReadNumber(device, "PlayTime", info->nPlayTime);
-  ReadNoteList(json, info->nNoteNum, info->stuNote);
+template <typename C>
+void ReadElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO& info, C& context) {
+  const Members object(json, kCaptureElementKeys, context);
+  ReadElementHead(object, info.szName, info.bFillerState);
+  ReadObject(object, "DeviceInfo", [&](const Json::Value& kindObject) {
+    const Members device(kindObject, kDeviceKeys, context);
+    ReadTextIfPresent(device, "UserName", info.szUserName);
+    ReadTextIfPresent(device, "Password", info.szPassword);
+    ReadTextIfPresent(device, "IP", info.szIP);
+    ReadNumber(device, "Port", info.nPort);
+    ReadNumber(device, "Channel", info.nChannel);
+    ReadEnum<kCaptureTypeValues>(device, "CaptureType", info.emCaptureType);
+    ReadNumber(device, "PlayTime", info.nPlayTime);
+  });
+  ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
+template <typename C>
+void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO& info, const Out<C>& json) {
+  WriteElementHead(json, info.szName, EM_ELEMENT_TYPE_CAPTURE, info.bFillerState);
+  const Out<C> device = Put(json, "DeviceInfo");
+  WriteText(device, "UserName", info.szUserName);
+  WriteText(device, "Password", info.szPassword);
+  WriteText(device, "IP", info.szIP);
+  WriteUnsigned(device, "Port", info.nPort);
+  WriteUnsigned(device, "Channel", info.nChannel);
+  WriteEnumIfSet(device, "CaptureType", info.emCaptureType);
+  WriteUnsigned(device, "PlayTime", info.nPlayTime);
+  WriteNoteList(json, info.nNoteNum, info.stuNote);
+}
+
+// Both contexts of every kind.
+#define GSC_ELEMENT_CODECS(Record)                                    \
+  template void ReadElement(const Json::Value&, Record&, Silent&);    \
+  template void ReadElement(const Json::Value&, Record&, Reporting&); \
+  template void PacketElement(const Record&, const Out<Silent>&);     \
+  template void PacketElement(const Record&, const Out<Reporting>&);
+GSC_ELEMENT_CODECS(tagNET_VIDEO_ELEMENT_INFO)
+GSC_ELEMENT_CODECS(tagNET_PICTURE_ELEMENT_INFO)
+GSC_ELEMENT_CODECS(tagNET_TEXT_ELEMENT_INFO)
+GSC_ELEMENT_CODECS(tagNET_PLACEHOLDER_ELEMENT_INFO)
+GSC_ELEMENT_CODECS(tagNET_CAPTURE_ELEMENT_INFO)
+#undef GSC_ELEMENT_CODECS
+
+}  // namespace gsc::programme
+
+using gsc::programme::PacketElement;
+using gsc::programme::ReadElement;
+
+void ParseVideoElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO* info) {
+  ParseSilently(json, info, ReadElement<Silent>);
+}
+void PacketVideoElement(const tagNET_VIDEO_ELEMENT_INFO* info, Json::Value& json) {
+  PacketSilently(info, json, PacketElement<Silent>);
+}
+void ParsePictureElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO* info) {
+  ParseSilently(json, info, ReadElement<Silent>);
+}
+void PacketPictureElement(const tagNET_PICTURE_ELEMENT_INFO* info, Json::Value& json) {
+  PacketSilently(info, json, PacketElement<Silent>);
+}
+void ParseTextElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO* info) {
+  ParseSilently(json, info, ReadElement<Silent>);
+}
+void PacketTextElement(const tagNET_TEXT_ELEMENT_INFO* info, Json::Value& json) {
+  PacketSilently(info, json, PacketElement<Silent>);
+}
+void ParsePlaceHolderElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO* info) {
+  ParseSilently(json, info, ReadElement<Silent>);
+}
+void PacketPlaceHolderElement(const tagNET_PLACEHOLDER_ELEMENT_INFO* info, Json::Value& json) {
+  PacketSilently(info, json, PacketElement<Silent>);
+}
+void ParseCaptureElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO* info) {
+  ParseSilently(json, info, ReadElement<Silent>);
+}
 void PacketCaptureElement(const tagNET_CAPTURE_ELEMENT_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteElementHead(info->szName, EM_ELEMENT_TYPE_CAPTURE, info->bFillerState, json);
-  Json::Value& device = Put(json, "DeviceInfo");
-  WriteText(device, "UserName", info->szUserName);
-  WriteText(device, "Password", info->szPassword);
-  WriteText(device, "IP", info->szIP);
-  WriteUnsigned(device, "Port", info->nPort);
-  WriteUnsigned(device, "Channel", info->nChannel);
-  WriteEnumIfSet(device, "CaptureType", info->emCaptureType);
-  WriteUnsigned(device, "PlayTime", info->nPlayTime);
-  WriteNoteList(info->nNoteNum, info->stuNote, json);
+  PacketSilently(info, json, PacketElement<Silent>);
 }

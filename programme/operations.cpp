@@ -5,89 +5,179 @@
 #include "programme/programme_codecs.h"
 
 using namespace gsc::codec;
+using gsc::programme::PacketProgramme;
+using gsc::programme::ReadProgramme;
 
 namespace {
 
-// Both capacities are those of the records' own arrays (32 each).
-constexpr uint32_t kMaxBriefProgrammes =
-    sizeof(tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES::stuInfos) / sizeof(tagNET_BRIEFLY_PROGRAMME_INFO);
-constexpr uint32_t kMaxDeletedIds = sizeof(tagNET_IN_DEL_PROGRAMMES::szProgrammeIDList) /
-                                    sizeof(tagNET_IN_DEL_PROGRAMMES::szProgrammeIDList[0]);
 constexpr int kProgrammeTypeValues = 2;
+
+constexpr auto kBriefProgrammeKeys =
+    Keys("ProgrammeName", "ProgrammeID", "ProgrammeType", "Enable", "TempletState");
+constexpr auto kProgrammeResultKeys = Keys("Programme");
+constexpr auto kAddedProgrammeResultKeys = Keys("ProgrammeID");
 
 // A brief entry carries "TempletState" at its own top level, not inside "Ordinary", and leaves
 // the caller's programme type alone when it says nothing about it.
-void ParseBriefProgramme(const Json::Value& json, tagNET_BRIEFLY_PROGRAMME_INFO* info) {
-  ReadTextIfPresent(json, "ProgrammeName", info->szProgrammeName);
-  ReadTextIfPresent(json, "ProgrammeID", info->szProgrammeID);
-  ReadEnumOrKeep<kProgrammeTypeValues>(json, "ProgrammeType", info->emProgrammeType);
-  ReadBool(json, "Enable", info->bEnable);
-  ReadBool(json, "TempletState", info->bTempletState);
+template <typename C>
+void ReadBriefProgramme(const Json::Value& json, tagNET_BRIEFLY_PROGRAMME_INFO& info, C& context) {
+  const Members object(json, kBriefProgrammeKeys, context);
+  ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
+  ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
+  ReadEnumOrKeep<kProgrammeTypeValues>(object, "ProgrammeType", info.emProgrammeType);
+  ReadBool(object, "Enable", info.bEnable);
+  ReadBool(object, "TempletState", info.bTempletState);
+}
+
+template <typename C>
+void WriteProgrammeId(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params, C& context) {
+  WriteText(Out<C>{params, context}, "ProgrammeID", in.szProgrammeID);
+}
+
+template <typename C>
+void ReadProgrammeById(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out, C& context) {
+  const Members object(result, kProgrammeResultKeys, context);
+  ReadObject(object, "Programme", [&](const Json::Value& programme) {
+    ReadProgramme(programme, out.stuProgramme, context);
+  });
+}
+
+template <typename C>
+void ReadAllProgrammes(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out, C& context) {
+  const uint32_t capacity = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
+  out.nRetInfosNum = ReadKeyedCollection(
+      result, capacity, out.pstuInfos, context,
+      [&](const Json::Value& programme, auto& info) { ReadProgramme(programme, info, context); });
+}
+
+template <typename C>
+void ReadBriefProgrammes(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
+                         C& context) {
+  out.nRetInfosNum = ReadKeyedCollection(
+      result, Capacity(out.stuInfos), out.stuInfos, context,
+      [&](const Json::Value& brief, auto& info) { ReadBriefProgramme(brief, info, context); });
+}
+
+template <typename C>
+void WriteAddedProgramme(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params, C& context) {
+  Step<C> step(context, FieldNamed("stuInfo"));
+  PacketProgramme(in.stuInfo, Out<C>{Put(params, "info"), context});
+}
+
+// The new ID is copied even when the answer has none, which stores an empty text.
+template <typename C>
+void ReadAddedProgramme(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out, C& context) {
+  const Members object(result, kAddedProgrammeResultKeys, context);
+  ReadText(object, "ProgrammeID", out.szProgrammeID);
+}
+
+// The device finds the programme by the top-level ID; the copy inside "Programme" is part of the
+// programme object as every writer produces it, and the report names the field once, there.
+template <typename C>
+void WriteModifiedProgramme(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params,
+                            C& context) {
+  SetJsonText(Put(params, "ProgrammeID"), in.stuProgramme.szProgrammeID,
+              sizeof in.stuProgramme.szProgrammeID);
+  Step<C> step(context, FieldNamed("stuProgramme"));
+  PacketProgramme(in.stuProgramme, Out<C>{Put(params, "Programme"), context});
+}
+
+template <typename C>
+void WriteDeletedProgrammes(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params, C& context) {
+  WriteListIfAny(Out<C>{params, context}, "ProgrammeIDList", in.nProgrammeIDListNum,
+                 in.szProgrammeIDList,
+                 [](const Out<C>& id, const char(&field)[64]) { WriteTextElement(id, field); });
 }
 
 }  // namespace
 
 bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params) {
-  WriteText(params, "ProgrammeID", in.szProgrammeID);
-  return true;
+  return RunSilent([&](Silent& context) { WriteProgrammeId(in, params, context); });
 }
-
+bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { WriteProgrammeId(in, params, context); });
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out) {
-  ParseProgramme(Member(result, "Programme"), &out.stuProgramme);
-  return true;
+  return RunSilent([&](Silent& context) { ReadProgrammeById(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadProgrammeById(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& /*in*/, Json::Value& /*params*/) {
   return true;
 }
-
+bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& /*in*/, Json::Value& /*params*/,
+               gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out) {
-  const uint32_t capacity = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
-  out.nRetInfosNum = ReadKeyedCollection(result, capacity, out.pstuInfos, ParseProgramme);
-  return true;
+  return RunSilent([&](Silent& context) { ReadAllProgrammes(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out,
+                 gsc::Report& report) {
+  return RunReporting(report, [&](Reporting& context) { ReadAllProgrammes(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& /*in*/, Json::Value& /*params*/) {
   return true;
 }
-
+bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& /*in*/, Json::Value& /*params*/,
+               gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out) {
-  out.nRetInfosNum =
-      ReadKeyedCollection(result, kMaxBriefProgrammes, out.stuInfos, ParseBriefProgramme);
-  return true;
+  return RunSilent([&](Silent& context) { ReadBriefProgrammes(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
+                 gsc::Report& report) {
+  return RunReporting(report,
+                      [&](Reporting& context) { ReadBriefProgrammes(result, out, context); });
 }
 
 bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params) {
-  PacketPragramme(&in.stuInfo, Put(params, "info"));
-  return true;
+  return RunSilent([&](Silent& context) { WriteAddedProgramme(in, params, context); });
 }
-
-// The new ID is copied even when the answer has none, which stores an empty text.
+bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report,
+                      [&](Reporting& context) { WriteAddedProgramme(in, params, context); });
+}
 bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out) {
-  ReadText(result, "ProgrammeID", out.szProgrammeID);
-  return true;
+  return RunSilent([&](Silent& context) { ReadAddedProgramme(result, out, context); });
+}
+bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out,
+                 gsc::Report& report) {
+  return RunReporting(report,
+                      [&](Reporting& context) { ReadAddedProgramme(result, out, context); });
 }
 
-// The device finds the programme by the top-level ID; the copy inside "Programme" is part of the
-// programme object as every writer produces it.
 bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params) {
-  WriteText(params, "ProgrammeID", in.stuProgramme.szProgrammeID);
-  PacketPragramme(&in.stuProgramme, Put(params, "Programme"));
-  return true;
+  return RunSilent([&](Silent& context) { WriteModifiedProgramme(in, params, context); });
 }
-
+bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report,
+                      [&](Reporting& context) { WriteModifiedProgramme(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_ONE_PROGRAMME& /*out*/) {
   return true;
 }
-
-bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params) {
-  WriteListIfAny(params, "ProgrammeIDList", in.nProgrammeIDListNum, kMaxDeletedIds,
-                 [&](Json::Value& id, uint32_t i) {
-                   SetJsonText(id, in.szProgrammeIDList[i], sizeof in.szProgrammeIDList[i]);
-                 });
-  return true;
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_ONE_PROGRAMME& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }
 
+bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params) {
+  return RunSilent([&](Silent& context) { WriteDeletedProgrammes(in, params, context); });
+}
+bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params, gsc::Report& report) {
+  return RunReporting(report,
+                      [&](Reporting& context) { WriteDeletedProgrammes(in, params, context); });
+}
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMES& /*out*/) {
   return true;
+}
+bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMES& /*out*/,
+                 gsc::Report& report) {
+  return RunReporting(report, [](Reporting& /*context*/) {});
 }

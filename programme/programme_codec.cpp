@@ -1,34 +1,56 @@
 // The programme record: its ordinary part, its windows and each window's element buffer.
-#include "codec/frame.h"
 #include "programme/element_buffer.h"
 #include "programme/programme_codecs.h"
 
 using namespace gsc::codec;
-using namespace gsc::programme;
 
+namespace gsc::programme {
 namespace {
 
-constexpr uint32_t kMaxWindows = 16;
 constexpr int kTourPeriodValues = 3;
 // The one programme kind this record describes, written with its "Ordinary" object.
 constexpr int32_t kOrdinaryProgrammeType = 0;
 
-void ParseWindow(const Json::Value& json, tagNET_PROGRAMME_WINDOW_INFO& window) {
-  ReadTextIfPresent(json, "WinID", window.szWinID);
-  ReadColorIfPresent(json, "BackgroundColor", window.stuBackgroundColor);
-  ReadNumber(json, "Volume", window.nVolume);
-  ReadNumber(json, "Diaphaneity", window.nDiaphaneity);
-  ReadEnum<kTourPeriodValues>(json, "TourPeriod", window.emTourPeriod);
-  if (window.emTourPeriod == EM_TOUR_PERIOD_TYPE_CUSTOM_TIME) {
-    ReadNumber(json, "TourPeriodTime", window.nTourPeriodTime);
+constexpr auto kProgrammeKeys =
+    Keys("ProgrammeName", "ProgrammeID", "ProgrammeType", "Enable", "Ordinary");
+constexpr auto kOrdinaryKeys = Keys("TempletState", "Description", "Windows");
+constexpr auto kWindowKeys = Keys("WinID", "BackgroundColor", "Volume", "Diaphaneity", "TourPeriod",
+                                  "TourPeriodTime", "Elements");
+
+// An "Elements" array is laid into the window's own buffer and replaces nElementsNum; anything
+// else keeps the count.
+template <typename C, size_t N>
+void ReadElementsIfPresent(const Members<C, N>& object, tagNET_PROGRAMME_WINDOW_INFO& window) {
+  const Json::Value& elements = object["Elements"];
+  if (!elements.isArray()) {
+    if constexpr (C::kReporting) {
+      if (!elements.isNull()) {
+        NoteMalformed(object.context(), KeySegment("Elements"), elements, "an array");
+      }
+    }
+    return;
   }
-  const Json::Value& elements = Member(json, "Elements");
-  if (elements.isArray()) {
-    window.nElementsNum = ReadElementList(elements, window.pElementsBuf, window.nElementsBufLen);
-  }
+  Step<C> step(object.context(), KeySegment("Elements"));
+  window.nElementsNum =
+      ReadElementList(elements, window.pElementsBuf, window.nElementsBufLen, object.context());
 }
 
-void PacketWindow(const tagNET_PROGRAMME_WINDOW_INFO& window, Json::Value& json) {
+template <typename C>
+void ReadWindow(const Json::Value& json, tagNET_PROGRAMME_WINDOW_INFO& window, C& context) {
+  const Members object(json, kWindowKeys, context);
+  ReadTextIfPresent(object, "WinID", window.szWinID);
+  ReadColorIfPresent(object, "BackgroundColor", window.stuBackgroundColor);
+  ReadNumber(object, "Volume", window.nVolume);
+  ReadNumber(object, "Diaphaneity", window.nDiaphaneity);
+  ReadEnum<kTourPeriodValues>(object, "TourPeriod", window.emTourPeriod);
+  if (window.emTourPeriod == EM_TOUR_PERIOD_TYPE_CUSTOM_TIME) {
+    ReadNumber(object, "TourPeriodTime", window.nTourPeriodTime);
+  }
+  ReadElementsIfPresent(object, window);
+}
+
+template <typename C>
+void PacketWindow(const tagNET_PROGRAMME_WINDOW_INFO& window, const Out<C>& json) {
   WriteText(json, "WinID", window.szWinID);
   WriteColor(json, "BackgroundColor", window.stuBackgroundColor);
   WriteUnsigned(json, "Diaphaneity", window.nDiaphaneity);
@@ -41,39 +63,62 @@ void PacketWindow(const tagNET_PROGRAMME_WINDOW_INFO& window, Json::Value& json)
   WriteElementList(window.pElementsBuf, window.nElementsNum, Put(json, "Elements"));
 }
 
-void ParseOrdinary(const Json::Value& json, tagNET_ORDINARY_PROGRAMME_INFO& ordinary) {
-  ReadBool(json, "TempletState", ordinary.bTempletState);
-  ReadTextIfPresent(json, "Description", ordinary.szDescription);
-  ReadArrayIfPresent(
-      json, "Windows", ordinary.nWindowsNum, kMaxWindows,
-      [&](const Json::Value& window, uint32_t i) { ParseWindow(window, ordinary.stuWindows[i]); });
+template <typename C>
+void ReadOrdinary(const Json::Value& json, tagNET_ORDINARY_PROGRAMME_INFO& ordinary, C& context) {
+  const Members object(json, kOrdinaryKeys, context);
+  ReadBool(object, "TempletState", ordinary.bTempletState);
+  ReadTextIfPresent(object, "Description", ordinary.szDescription);
+  ReadArrayIfPresent(object, "Windows", ordinary.nWindowsNum, ordinary.stuWindows,
+                     [&](const Json::Value& window, tagNET_PROGRAMME_WINDOW_INFO& info) {
+                       ReadWindow(window, info, context);
+                     });
 }
 
-void PacketOrdinary(const tagNET_ORDINARY_PROGRAMME_INFO& ordinary, Json::Value& json) {
+template <typename C>
+void PacketOrdinary(const tagNET_ORDINARY_PROGRAMME_INFO& ordinary, const Out<C>& json) {
   WriteBool(json, "TempletState", ordinary.bTempletState);
   WriteText(json, "Description", ordinary.szDescription);
-  WriteListOrNull(
-      json, "Windows", ordinary.nWindowsNum, kMaxWindows,
-      [&](Json::Value& window, uint32_t i) { PacketWindow(ordinary.stuWindows[i], window); });
+  WriteListOrNull(json, "Windows", ordinary.nWindowsNum, ordinary.stuWindows,
+                  [](const Out<C>& window, const tagNET_PROGRAMME_WINDOW_INFO& info) {
+                    PacketWindow(info, window);
+                  });
 }
 
 }  // namespace
 
 // "ProgrammeType" is not read here: the record holds only the ordinary kind.
+template <typename C>
+void ReadProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO& info, C& context) {
+  const Members object(json, kProgrammeKeys, context);
+  ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
+  ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
+  ReadBool(object, "Enable", info.bEnable);
+  ReadObjectIfPresent(object, "Ordinary", [&](const Json::Value& ordinary) {
+    ReadOrdinary(ordinary, info.stuOrdinary, context);
+  });
+}
+
+template <typename C>
+void PacketProgramme(const tagNET_PROGRAMME_INFO& info, const Out<C>& json) {
+  WriteText(json, "ProgrammeName", info.szProgrammeName);
+  WriteText(json, "ProgrammeID", info.szProgrammeID);
+  WriteInt(json, "ProgrammeType", kOrdinaryProgrammeType);
+  WriteBool(json, "Enable", info.bEnable);
+  WriteRecord(json, "Ordinary",
+              [&](const Out<C>& ordinary) { PacketOrdinary(info.stuOrdinary, ordinary); });
+}
+
+template void ReadProgramme(const Json::Value&, tagNET_PROGRAMME_INFO&, Silent&);
+template void ReadProgramme(const Json::Value&, tagNET_PROGRAMME_INFO&, Reporting&);
+template void PacketProgramme(const tagNET_PROGRAMME_INFO&, const Out<Silent>&);
+template void PacketProgramme(const tagNET_PROGRAMME_INFO&, const Out<Reporting>&);
+
+}  // namespace gsc::programme
+
 void ParseProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO* info) {
-  if (info == nullptr) return;
-  ReadTextIfPresent(json, "ProgrammeName", info->szProgrammeName);
-  ReadTextIfPresent(json, "ProgrammeID", info->szProgrammeID);
-  ReadBool(json, "Enable", info->bEnable);
-  const Json::Value& ordinary = Member(json, "Ordinary");
-  if (!ordinary.isNull()) ParseOrdinary(ordinary, info->stuOrdinary);
+  ParseSilently(json, info, gsc::programme::ReadProgramme<Silent>);
 }
 
 void PacketPragramme(const tagNET_PROGRAMME_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteText(json, "ProgrammeName", info->szProgrammeName);
-  WriteText(json, "ProgrammeID", info->szProgrammeID);
-  WriteInt(json, "ProgrammeType", kOrdinaryProgrammeType);
-  WriteBool(json, "Enable", info->bEnable);
-  PacketOrdinary(info->stuOrdinary, Put(json, "Ordinary"));
+  PacketSilently(info, json, gsc::programme::PacketProgramme<Silent>);
 }

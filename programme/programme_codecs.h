@@ -9,6 +9,7 @@
 
 #include <json/value.h>
 
+#include "codec/frame.h"
 #include "guidescreen_codec/programme_records.h"
 
 // ---- Text block and note ---------------------------------------------------------------------
@@ -77,5 +78,49 @@ void ParseProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO* info);
 // is walked for nElementsNum entries as their headers describe (nElementsBufLen is not looked
 // at); an entry of unknown kind leaves a null hole at its index.
 void PacketPragramme(const tagNET_PROGRAMME_INFO* info, Json::Value& json);
+
+// ---- The same codecs in either context -------------------------------------------------------
+//
+// The functions above run these with the Silent context; the reporting operations run them with
+// Reporting. Each is instantiated for both in its own source file.
+
+namespace gsc::programme {
+
+template <typename Context>
+void ReadTextBlock(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO& info, Context& context);
+template <typename Context>
+void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO& info, const codec::Out<Context>& json);
+template <typename Context>
+void ReadNote(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO& info, Context& context);
+template <typename Context>
+void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO& info, const codec::Out<Context>& json);
+
+template <typename Context>
+void ReadElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO& info, Context& context);
+template <typename Context>
+void ReadElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO& info, Context& context);
+template <typename Context>
+void ReadElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO& info, Context& context);
+template <typename Context>
+void ReadElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, Context& context);
+template <typename Context>
+void ReadElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO& info, Context& context);
+template <typename Context>
+void PacketElement(const tagNET_VIDEO_ELEMENT_INFO& info, const codec::Out<Context>& json);
+template <typename Context>
+void PacketElement(const tagNET_PICTURE_ELEMENT_INFO& info, const codec::Out<Context>& json);
+template <typename Context>
+void PacketElement(const tagNET_TEXT_ELEMENT_INFO& info, const codec::Out<Context>& json);
+template <typename Context>
+void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO& info, const codec::Out<Context>& json);
+template <typename Context>
+void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO& info, const codec::Out<Context>& json);
+
+template <typename Context>
+void ReadProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO& info, Context& context);
+template <typename Context>
+void PacketProgramme(const tagNET_PROGRAMME_INFO& info, const codec::Out<Context>& json);
+
+}  // namespace gsc::programme
 
 #endif  // GUIDESCREEN_CODEC_PROGRAMME_PROGRAMME_CODECS_H

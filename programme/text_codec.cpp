@@ -1,90 +1,102 @@
-// Text blocks, notes and the steps every element kind shares.
-#include "codec/frame.h"
-#include "programme/element_common.h"
+// Text blocks and notes.
 #include "programme/programme_codecs.h"
 
 using namespace gsc::codec;
 
+namespace gsc::programme {
 namespace {
 
 constexpr int kAlignValues = 3;
 constexpr int kStyleValues = 5;
 
+constexpr auto kTextBlockKeys =
+    Keys("Content", "FontSize", "FontColor", "FontStyle", "LineHeight", "TextHoriAlign",
+         "TextVertAlign", "StayTime", "PlayTime", "PlayCount", "EnterStyle", "ExitStyle");
+constexpr auto kNoteKeys = Keys("Enable", "NoteRect", "NoteInfo");
+
 }  // namespace
 
 // StayTime is taken before PlayTime and PlayCount, as the device's text objects list them.
+template <typename C>
+void ReadTextBlock(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO& info, C& context) {
+  const Members object(json, kTextBlockKeys, context);
+  ReadTextIfPresent(object, "Content", info.szContent);
+  ReadNumber(object, "FontSize", info.nFontSize);
+  ReadColorIfPresent(object, "FontColor", info.stuFontColor);
+  ReadTextIfPresent(object, "FontStyle", info.szFontStyle);
+  ReadReal(object, "LineHeight", info.dbLineHeight);
+  ReadEnum<kAlignValues>(object, "TextHoriAlign", info.emTextHoriAlign);
+  ReadEnum<kAlignValues>(object, "TextVertAlign", info.emTextVertAlign);
+  ReadNumber(object, "StayTime", info.nStayTime);
+  ReadNumber(object, "PlayTime", info.nPlayTime);
+  ReadNumber(object, "PlayCount", info.nPlayCount);
+  ReadEnum<kStyleValues>(object, "EnterStyle", info.emEnterStyle);
+  ReadEnum<kStyleValues>(object, "ExitStyle", info.emExitStyle);
+}
+
+template <typename C>
+void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO& info, const Out<C>& json) {
+  WriteText(json, "Content", info.szContent);
+  WriteUnsigned(json, "FontSize", info.nFontSize);
+  WriteColor(json, "FontColor", info.stuFontColor);
+  WriteText(json, "FontStyle", info.szFontStyle);
+  WriteReal(json, "LineHeight", info.dbLineHeight);
+  WriteEnumIfSet(json, "TextHoriAlign", info.emTextHoriAlign);
+  WriteEnumIfSet(json, "TextVertAlign", info.emTextVertAlign);
+  WriteUnsigned(json, "StayTime", info.nStayTime);
+  WriteUnsigned(json, "PlayTime", info.nPlayTime);
+  WriteUnsigned(json, "PlayCount", info.nPlayCount);
+  WriteEnumIfSet(json, "EnterStyle", info.emEnterStyle);
+  WriteEnumIfSet(json, "ExitStyle", info.emExitStyle);
+}
+
+// Unlike a text element's "Text", a note's text block is left alone when the note has none.
+template <typename C>
+void ReadNote(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO& info, C& context) {
+  const Members object(json, kNoteKeys, context);
+  ReadBoolIfPresent(object, "Enable", info.bEnable);
+  ReadRectIfPresent(object, "NoteRect", info.stuNoteRect);
+  ReadObjectIfPresent(object, "NoteInfo", [&](const Json::Value& text) {
+    ReadTextBlock(text, info.stuNoteInfo, context);
+  });
+}
+
+template <typename C>
+void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO& info, const Out<C>& json) {
+  WriteBool(json, "Enable", info.bEnable);
+  WriteRect(json, "NoteRect", info.stuNoteRect);
+  WriteRecord(json, "NoteInfo",
+              [&](const Out<C>& text) { PacketTextBlock(info.stuNoteInfo, text); });
+}
+
+template void ReadTextBlock(const Json::Value&, tagNET_GUIDESCREEN_TEXT_INFO&, Silent&);
+template void ReadTextBlock(const Json::Value&, tagNET_GUIDESCREEN_TEXT_INFO&, Reporting&);
+template void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO&, const Out<Silent>&);
+template void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO&, const Out<Reporting>&);
+template void ReadNote(const Json::Value&, tagNET_GUIDESCREEN_NOTE_INFO&, Silent&);
+template void ReadNote(const Json::Value&, tagNET_GUIDESCREEN_NOTE_INFO&, Reporting&);
+template void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO&, const Out<Silent>&);
+template void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO&, const Out<Reporting>&);
+
+}  // namespace gsc::programme
+
+using gsc::programme::PacketNote;
+using gsc::programme::PacketTextBlock;
+using gsc::programme::ReadNote;
+using gsc::programme::ReadTextBlock;
+
 void ParseText(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO* info) {
-  if (info == nullptr) return;
-  ReadTextIfPresent(json, "Content", info->szContent);
-  ReadNumber(json, "FontSize", info->nFontSize);
-  ReadColorIfPresent(json, "FontColor", info->stuFontColor);
-  ReadTextIfPresent(json, "FontStyle", info->szFontStyle);
-  ReadReal(json, "LineHeight", info->dbLineHeight);
-  ReadEnum<kAlignValues>(json, "TextHoriAlign", info->emTextHoriAlign);
-  ReadEnum<kAlignValues>(json, "TextVertAlign", info->emTextVertAlign);
-  ReadNumber(json, "StayTime", info->nStayTime);
-  ReadNumber(json, "PlayTime", info->nPlayTime);
-  ReadNumber(json, "PlayCount", info->nPlayCount);
-  ReadEnum<kStyleValues>(json, "EnterStyle", info->emEnterStyle);
-  ReadEnum<kStyleValues>(json, "ExitStyle", info->emExitStyle);
+  ParseSilently(json, info, ReadTextBlock<Silent>);
 }
 
 void PacketText(const tagNET_GUIDESCREEN_TEXT_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteText(json, "Content", info->szContent);
-  WriteUnsigned(json, "FontSize", info->nFontSize);
-  WriteColor(json, "FontColor", info->stuFontColor);
-  WriteText(json, "FontStyle", info->szFontStyle);
-  WriteReal(json, "LineHeight", info->dbLineHeight);
-  WriteEnumIfSet(json, "TextHoriAlign", info->emTextHoriAlign);
-  WriteEnumIfSet(json, "TextVertAlign", info->emTextVertAlign);
-  WriteUnsigned(json, "StayTime", info->nStayTime);
-  WriteUnsigned(json, "PlayTime", info->nPlayTime);
-  WriteUnsigned(json, "PlayCount", info->nPlayCount);
-  WriteEnumIfSet(json, "EnterStyle", info->emEnterStyle);
-  WriteEnumIfSet(json, "ExitStyle", info->emExitStyle);
+  PacketSilently(info, json, PacketTextBlock<Silent>);
 }
 
 void ParseNotes(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO* info) {
-  if (info == nullptr) return;
-  ReadBoolIfPresent(json, "Enable", info->bEnable);
-  ReadRectIfPresent(json, "NoteRect", info->stuNoteRect);
-  // Unlike a text element's "Text", a note's text block is left alone when the note has none.
-  const Json::Value& noteInfo = Member(json, "NoteInfo");
-  if (!noteInfo.isNull()) ParseText(noteInfo, &info->stuNoteInfo);
+  ParseSilently(json, info, ReadNote<Silent>);
 }
 
 void PacketNotes(const tagNET_GUIDESCREEN_NOTE_INFO* info, Json::Value& json) {
-  if (info == nullptr) return;
-  WriteBool(json, "Enable", info->bEnable);
-  WriteRect(json, "NoteRect", info->stuNoteRect);
-  PacketText(&info->stuNoteInfo, Put(json, "NoteInfo"));
+  PacketSilently(info, json, PacketNote<Silent>);
 }
-
-namespace gsc::programme {
-
-void ReadElementHead(const Json::Value& json, char (&name)[64], bool& fillerState) {
-  ReadTextIfPresent(json, "Name", name);
-  ReadBool(json, "FillerState", fillerState);
-}
-
-void ReadNoteList(const Json::Value& json, uint32_t& noteNum,
-                  tagNET_GUIDESCREEN_NOTE_INFO (&notes)[kMaxNotes]) {
-  ReadArrayIfPresent(json, "Note", noteNum, kMaxNotes,
-                     [&](const Json::Value& note, uint32_t i) { ParseNotes(note, &notes[i]); });
-}
-
-void WriteElementHead(const char (&name)[64], EM_ELEMENT_TYPE kind, bool fillerState,
-                      Json::Value& json) {
-  WriteText(json, "Name", name);
-  WriteInt(json, "Type", JsonElementType(kind));
-  WriteBool(json, "FillerState", fillerState);
-}
-
-void WriteNoteList(uint32_t noteNum, const tagNET_GUIDESCREEN_NOTE_INFO (&notes)[kMaxNotes],
-                   Json::Value& json) {
-  WriteListIfAny(json, "Note", noteNum, kMaxNotes,
-                 [&](Json::Value& note, uint32_t i) { PacketNotes(&notes[i], note); });
-}
-
-}  // namespace gsc::programme

@@ -9,6 +9,17 @@ using namespace gsc::codec;
 
 enum TestEnum : int { kUnset = 0 };
 
+// Every test object of this file has at most the members "E", "ID", "L", "Null", "Absent", "T".
+constexpr auto kTestKeys = Keys("E", "ID", "L", "Null", "Absent", "T");
+Silent silent;
+
+Members<Silent, 6> Read(const Json::Value& json) {
+  return Members(json, kTestKeys, silent);
+}
+Out<Silent> Write(Json::Value& json) {
+  return Out<Silent>{json, silent};
+}
+
 TEST(EnumWriters, RangeTestedWritesOneToNAndZeroTestedWritesAllButZero) {
   struct Case {
     int stored;
@@ -23,8 +34,8 @@ TEST(EnumWriters, RangeTestedWritesOneToNAndZeroTestedWritesAllButZero) {
                         {-2147483647 - 1, "{}", R"({"E": 2147483647})"}};
   for (const Case& c : cases) {
     Json::Value a(Json::objectValue), b(Json::objectValue);
-    WriteEnumInRange<3>(a, "E", static_cast<TestEnum>(c.stored));
-    WriteEnumIfSet(b, "E", static_cast<TestEnum>(c.stored));
+    WriteEnumInRange<3>(Write(a), "E", static_cast<TestEnum>(c.stored));
+    WriteEnumIfSet(Write(b), "E", static_cast<TestEnum>(c.stored));
     EXPECT_JSON_EQ(c.range_tested, a) << c.stored;
     EXPECT_JSON_EQ(c.zero_tested, b) << c.stored;
   }
@@ -44,9 +55,9 @@ TEST(EnumReaders, StoreJsonValuePlusOneInRangeAndZeroOtherwise) {
   for (const Case& c : cases) {
     const Json::Value object = J(c.json);
     TestEnum a = static_cast<TestEnum>(7), b = a, d = a;
-    ReadEnum<3>(object, "E", a);
-    ReadEnumIfPresent<3>(object, "E", b);
-    ReadEnumOrKeep<3>(object, "E", d);
+    ReadEnum<3>(Read(object), "E", a);
+    ReadEnumIfPresent<3>(Read(object), "E", b);
+    ReadEnumOrKeep<3>(Read(object), "E", d);
     EXPECT_EQ(a, c.without_test) << c.json;
     EXPECT_EQ(b, c.with_test) << c.json;
     EXPECT_EQ(d, c.or_keep) << c.json;
@@ -58,15 +69,17 @@ TEST(Lists, AreClampedUnsignedAndEmptyOnesAreNullOrAbsentByForm) {
   EXPECT_EQ(ClampCount(2147483648U, 8), 8U);
   EXPECT_EQ(ClampCount(3, 8), 3U);
   Json::Value object(Json::objectValue);
+  const uint32_t four[4] = {0, 1, 2, 3};
+  const uint32_t eight[8] = {};
   int written = 0;
-  WriteListOrNull(object, "L", 4294967295U, 4, [&](Json::Value& e, uint32_t i) {
-    e = Json::Value(i);
+  WriteListOrNull(Write(object), "L", 4294967295U, four, [&](const Out<Silent>& e, uint32_t v) {
+    e.json = Json::Value(v);
     ++written;
   });
   EXPECT_EQ(written, 4);
-  const auto never = [](Json::Value&, uint32_t) { ADD_FAILURE(); };
-  WriteListOrNull(object, "Null", 0, 8, never);
-  WriteListIfAny(object, "Absent", 0, 8, never);
+  const auto never = [](const Out<Silent>&, uint32_t) { ADD_FAILURE(); };
+  WriteListOrNull(Write(object), "Null", 0, eight, never);
+  WriteListIfAny(Write(object), "Absent", 0, eight, never);
   EXPECT_JSON_EQ(R"({"L": [0, 1, 2, 3], "Null": null})", object);
 }
 
@@ -76,7 +89,7 @@ TEST(WriteText, SendsAnUnterminatedFieldWholeWithoutReadingPastIt) {
     char after[4];
   } record = {{'a', 'b', 'c', 'd'}, {'X', 'Y', 'Z', '\0'}};
   Json::Value object(Json::objectValue);
-  WriteText(object, "T", record.field);
+  WriteText(Write(object), "T", record.field);
   EXPECT_EQ(object["T"].asString(), "abcd");
 }
 
@@ -84,15 +97,15 @@ TEST(WriteText, SendsAnUnterminatedFieldWholeWithoutReadingPastIt) {
 struct Named {
   char id[8];
 };
-void ParseNamed(const Json::Value& json, Named* named) {
-  ReadTextIfPresent(json, "ID", named->id);
+void ParseNamed(const Json::Value& json, Named& named) {
+  ReadTextIfPresent(Read(json), "ID", named.id);
 }
 
 TEST(KeyedCollection, ReadsMembersInAscendingByteOrderUpToTheCapacity) {
   const Json::Value result = J(R"({"infos": {"b": {"ID": "b"}, "a": {"ID": "a"},
                                              "B": {"ID": "B"}}})");
   gsc::test::GuardedArray<Named> records(2);
-  EXPECT_EQ(ReadKeyedCollection(result, 2, records.data(), ParseNamed), 2U);
+  EXPECT_EQ(ReadKeyedCollection(result, 2, records.data(), silent, ParseNamed), 2U);
   EXPECT_STREQ(records[0].id, "B");
   EXPECT_STREQ(records[1].id, "a");
   EXPECT_TRUE(records.GuardsIntact());
@@ -100,9 +113,9 @@ TEST(KeyedCollection, ReadsMembersInAscendingByteOrderUpToTheCapacity) {
 
 TEST(KeyedCollection, InfosOfAnotherTypeRaisesJsonCppsError) {
   Named record{};
-  EXPECT_THROW(ReadKeyedCollection(J(R"({"infos": [1]})"), 5, &record, ParseNamed),
+  EXPECT_THROW(ReadKeyedCollection(J(R"({"infos": [1]})"), 5, &record, silent, ParseNamed),
                Json::Exception);
-  EXPECT_THROW(ReadKeyedCollection(J(R"({"infos": "x"})"), 0, &record, ParseNamed),
+  EXPECT_THROW(ReadKeyedCollection(J(R"({"infos": "x"})"), 0, &record, silent, ParseNamed),
                Json::Exception);
 }
 

@@ -1,0 +1,127 @@
+// The members of one JSON object as a reader sees them: the object's members are walked once, in
+// the order JsonCpp keeps them, and matched against the sorted table of the keys that the
+// object's codecs know. Each step then finds its member in a slot instead of descending the
+// member map again, and a member that matches no key is what reveals a key no reader or writer
+// uses.
+#ifndef GUIDESCREEN_CODEC_CODEC_MEMBERS_H
+#define GUIDESCREEN_CODEC_CODEC_MEMBERS_H
+
+#include <json/value.h>
+
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "codec/reporting.h"
+
+namespace gsc::codec {
+
+// Orders names as JsonCpp orders an object's members: bytes compared unsigned up to the shorter
+// length, then the shorter name first. Negative, zero or positive like memcmp.
+constexpr int CompareNames(const char* a, size_t aLength, const char* b, size_t bLength) {
+  const size_t common = aLength < bLength ? aLength : bLength;
+  for (size_t i = 0; i < common; ++i) {
+    const auto x = static_cast<unsigned char>(a[i]);
+    const auto y = static_cast<unsigned char>(b[i]);
+    if (x != y) return x < y ? -1 : 1;
+  }
+  if (aLength == bLength) return 0;
+  return aLength < bLength ? -1 : 1;
+}
+
+// The keys one object's codecs know, kept in JsonCpp's member order.
+template <size_t N>
+struct KeyTable {
+  struct Key {
+    const char* name;
+    uint32_t length;
+  };
+  Key keys[N];
+
+  // The slot of `name`, or N when the table does not hold it.
+  constexpr size_t IndexOf(const char* name, size_t length) const {
+    for (size_t i = 0; i < N; ++i) {
+      if (CompareNames(keys[i].name, keys[i].length, name, length) == 0) return i;
+    }
+    return N;
+  }
+};
+
+// The table of `names`, given in any order (codecs list them in the order of their steps).
+template <size_t... K>
+constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
+  KeyTable<sizeof...(K)> table{{{names, static_cast<uint32_t>(K - 1)}...}};
+  // Insertion sort: tables are small and this runs at compile time.
+  for (size_t i = 1; i < sizeof...(K); ++i) {
+    for (size_t j = i; j > 0; --j) {
+      auto& a = table.keys[j - 1];
+      auto& b = table.keys[j];
+      if (CompareNames(a.name, a.length, b.name, b.length) <= 0) break;
+      const auto swapped = a;
+      a = b;
+      b = swapped;
+    }
+  }
+  return table;
+}
+
+// The members of `json` against the keys of `table`. `json` is only walked when it is an object;
+// a value of any other type has no members, and the first step that looks one up raises exactly
+// what JsonCpp's lookup raises for it, at that step.
+template <typename Context, size_t N>
+class Members {
+ public:
+  Members(const Json::Value& json, const KeyTable<N>& table, Context& context)
+      : json_(json), table_(table), context_(context) {
+    for (const Json::Value*& slot : slots_) slot = nullptr;
+    if (json.isObject()) Walk();
+  }
+
+  // The member under `key` (a literal of the table), null when missing.
+  template <size_t K>
+  const Json::Value& operator[](const char (&key)[K]) const {
+    const size_t slot = table_.IndexOf(key, K - 1);
+    assert(slot < N && "the key is missing from the object's key table");
+    if (slot < N && json_.isObject()) {
+      return slots_[slot] != nullptr ? *slots_[slot] : Json::Value::nullSingleton();
+    }
+    // Null has no members; any other type throws from JsonCpp's own lookup.
+    const Json::Value* member = json_.find(key, key + (K - 1));
+    return member != nullptr ? *member : Json::Value::nullSingleton();
+  }
+
+  const Json::Value& json() const { return json_; }
+  Context& context() const { return context_; }
+
+ private:
+  void Walk() {
+    size_t next = 0;
+    for (auto it = json_.begin(); it != json_.end(); ++it) {
+      const char* end = nullptr;
+      const char* name = it.memberName(&end);
+      const auto length = static_cast<size_t>(end - name);
+      int order = 1;
+      while (next < N && (order = CompareNames(table_.keys[next].name, table_.keys[next].length,
+                                               name, length)) < 0) {
+        ++next;
+      }
+      if (next < N && order == 0) {
+        slots_[next++] = &*it;
+      } else if constexpr (Context::kReporting) {
+        context_.Add(gsc::FindingKind::kUnknownMember,
+                     Segment::Member(name, static_cast<uint32_t>(length)),
+                     "unknown member, ignored: " + Describe(*it));
+      }
+    }
+  }
+
+  const Json::Value& json_;
+  const KeyTable<N>& table_;
+  Context& context_;
+  const Json::Value* slots_[N];
+};
+
+}  // namespace gsc::codec
+
+#endif  // GUIDESCREEN_CODEC_CODEC_MEMBERS_H
