@@ -1,6 +1,7 @@
 // The codecs side by side with JsonCpp's own work on the same bodies. Names are
-//   read/<OPERATION>/{codec,parse,walk}     answer readers, JsonCpp's parse of the answer text,
-//                                           and a read-only walk over every member of its tree;
+//   read/<OPERATION>/{codec,report,parse,walk}  answer readers, plain and reporting, JsonCpp's
+//                                           parse of the answer text, and a read-only walk over
+//                                           every member of its tree;
 //   write/<OPERATION>/{codec,text,copy}     request writers, JsonCpp's compact text of the
 //                                           request, and a deep copy of the request tree;
 //   scale/<series>/<members>                readers and writers over growing bodies.
@@ -80,7 +81,8 @@ class Lazy {
 struct ReaderBody {
   Json::Value answer;
   std::string text;
-  std::function<void(const Json::Value&)> read;  // the codec, into caller records it owns
+  // The codec, into caller records it owns: the plain overload, or with a report the reporting one.
+  std::function<void(const Json::Value&, gsc::Report*)> read;
   std::shared_ptr<void> records;
 };
 
@@ -120,7 +122,7 @@ uint64_t Walk(const Json::Value& value) {
 }
 
 std::unique_ptr<ReaderBody> MakeReader(Json::Value answer,
-                                       std::function<void(const Json::Value&)> read,
+                                       std::function<void(const Json::Value&, gsc::Report*)> read,
                                        std::shared_ptr<void> records) {
   auto body = std::make_unique<ReaderBody>();
   body->text = gsc::bench::ToText(answer);
@@ -142,15 +144,26 @@ std::unique_ptr<WriterBody> MakeWriter(std::function<void(Json::Value&)> write,
 
 // ---- Readers ---------------------------------------------------------------------------------
 
+// The plain or the reporting deserialize into `out`.
+template <typename Out>
+std::function<void(const Json::Value&, gsc::Report*)> ReadInto(std::shared_ptr<Out> out) {
+  return [out](const Json::Value& result, gsc::Report* report) {
+    if (report != nullptr) {
+      deserialize(result, *out, *report);
+    } else {
+      deserialize(result, *out);
+    }
+  };
+}
+
 std::unique_ptr<ReaderBody> AllProgrammes(uint32_t members, uint32_t windows, uint32_t elements) {
   auto out = std::make_shared<tagNET_OUT_GET_ALL_PROGRAMMES>();
   auto targets = std::make_shared<ProgrammeTargets>(members, windows, elements);
   out->nMaxInfosNum = members;
   out->pstuInfos = targets->programmes.data();
   auto records = std::make_shared<std::pair<decltype(out), decltype(targets)>>(out, targets);
-  return MakeReader(
-      gsc::bench::AllProgrammesAnswer(members, windows, elements),
-      [out](const Json::Value& result) { deserialize(result, *out); }, records);
+  return MakeReader(gsc::bench::AllProgrammesAnswer(members, windows, elements), ReadInto(out),
+                    records);
 }
 
 std::unique_ptr<ReaderBody> ProgrammeById(uint32_t windows, uint32_t elements) {
@@ -166,8 +179,7 @@ std::unique_ptr<ReaderBody> ProgrammeById(uint32_t windows, uint32_t elements) {
         static_cast<uint32_t>(buffers->back().size());
   }
   auto records = std::make_shared<std::pair<decltype(out), decltype(buffers)>>(out, buffers);
-  return MakeReader(
-      std::move(answer), [out](const Json::Value& result) { deserialize(result, *out); }, records);
+  return MakeReader(std::move(answer), ReadInto(out), records);
 }
 
 std::unique_ptr<ReaderBody> AllScreens(uint32_t members) {
@@ -176,9 +188,7 @@ std::unique_ptr<ReaderBody> AllScreens(uint32_t members) {
   out->nMaxInfosNum = members;
   out->pstuInfos = screens->data();
   auto records = std::make_shared<std::pair<decltype(out), decltype(screens)>>(out, screens);
-  return MakeReader(
-      gsc::bench::AllScreensAnswer(members),
-      [out](const Json::Value& result) { deserialize(result, *out); }, records);
+  return MakeReader(gsc::bench::AllScreensAnswer(members), ReadInto(out), records);
 }
 
 std::unique_ptr<ReaderBody> AllPlans(uint32_t members) {
@@ -190,9 +200,7 @@ std::unique_ptr<ReaderBody> AllPlans(uint32_t members) {
   out->pstuTimerPlans = timer->data();
   auto records = std::make_shared<std::tuple<decltype(out), decltype(imme), decltype(timer)>>(
       out, imme, timer);
-  return MakeReader(
-      gsc::bench::AllPlansAnswer(members),
-      [out](const Json::Value& result) { deserialize(result, *out); }, records);
+  return MakeReader(gsc::bench::AllPlansAnswer(members), ReadInto(out), records);
 }
 
 // ---- Writers ---------------------------------------------------------------------------------
@@ -242,9 +250,19 @@ void RegisterReader(const std::string& name, std::function<std::unique_ptr<Reade
     ReaderBody& b = body->get();
     AllocationCounter count(state);
     for (auto _ : state) {
-      b.read(b.answer);
+      b.read(b.answer, nullptr);
       benchmark::ClobberMemory();
     }
+  });
+  benchmark::RegisterBenchmark((name + "/report").c_str(), [body](benchmark::State& state) {
+    ReaderBody& b = body->get();
+    gsc::Report report;
+    AllocationCounter count(state);
+    for (auto _ : state) {
+      b.read(b.answer, &report);
+      benchmark::ClobberMemory();
+    }
+    if (!report.empty()) state.SkipWithError(("findings: " + report.str()).c_str());
   });
   benchmark::RegisterBenchmark((name + "/walk").c_str(), [body](benchmark::State& state) {
     ReaderBody& b = body->get();

@@ -66,8 +66,8 @@ constexpr uint32_t Capacity(const T (&/*array*/)[N]) {
 // ---- Reading ---------------------------------------------------------------------------------
 
 // A text read only when present: GetJsonString into the whole field.
-template <typename C, size_t N, size_t K, size_t F>
-void ReadTextIfPresent(const Members<C, N>& object, const char (&key)[K], char (&field)[F]) {
+template <typename C, const auto& Table, size_t K, size_t F>
+void ReadTextIfPresent(const Members<C, Table>& object, const char (&key)[K], char (&field)[F]) {
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
   const Json::Value& member = object[key];
   if (member.isNull()) return;
@@ -76,8 +76,8 @@ void ReadTextIfPresent(const Members<C, N>& object, const char (&key)[K], char (
 }
 
 // A text read always: a missing or null member stores an empty text.
-template <typename C, size_t N, size_t K, size_t F>
-void ReadText(const Members<C, N>& object, const char (&key)[K], char (&field)[F]) {
+template <typename C, const auto& Table, size_t K, size_t F>
+void ReadText(const Members<C, Table>& object, const char (&key)[K], char (&field)[F]) {
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
   const Json::Value& member = object[key];
   GetJsonString(member, field, static_cast<int>(F), true);
@@ -99,16 +99,16 @@ int32_t ReadInt(C& context, const Segment& at, const Json::Value& value) {
 
 // A number always read with asInt (missing gives 0); an unsigned field stores the signed value's
 // bits (-1 becomes 4294967295).
-template <typename C, size_t N, size_t K>
-void ReadNumber(const Members<C, N>& object, const char (&key)[K], uint32_t& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadNumber(const Members<C, Table>& object, const char (&key)[K], uint32_t& field) {
   field = static_cast<uint32_t>(ReadInt(object.context(), KeySegment(key), object[key]));
 }
-template <typename C, size_t N, size_t K>
-void ReadNumber(const Members<C, N>& object, const char (&key)[K], int32_t& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadNumber(const Members<C, Table>& object, const char (&key)[K], int32_t& field) {
   field = ReadInt(object.context(), KeySegment(key), object[key]);
 }
-template <typename C, size_t N, size_t K>
-void ReadReal(const Members<C, N>& object, const char (&key)[K], double& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadReal(const Members<C, Table>& object, const char (&key)[K], double& field) {
   const Json::Value& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
   if constexpr (C::kReporting) NoteReal(object.context(), member);
@@ -122,12 +122,12 @@ bool ReadBoolValue(C& context, const Segment& at, const Json::Value& value) {
   if constexpr (C::kReporting) NoteBool(context, value);
   return value.asBool();
 }
-template <typename C, size_t N, size_t K>
-void ReadBool(const Members<C, N>& object, const char (&key)[K], bool& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadBool(const Members<C, Table>& object, const char (&key)[K], bool& field) {
   field = ReadBoolValue(object.context(), KeySegment(key), object[key]);
 }
-template <typename C, size_t N, size_t K>
-void ReadBoolIfPresent(const Members<C, N>& object, const char (&key)[K], bool& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadBoolIfPresent(const Members<C, Table>& object, const char (&key)[K], bool& field) {
   const Json::Value& member = object[key];
   if (!member.isNull()) field = ReadBoolValue(object.context(), KeySegment(key), member);
 }
@@ -149,23 +149,23 @@ void ReadEnumValue(C& context, const Segment& at, const Json::Value& value, Enum
 }
 
 // An enumeration read without a presence test: a missing member reads as JSON 0 and stores 1.
-template <int N, typename C, size_t M, typename Enum, size_t K>
-void ReadEnum(const Members<C, M>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename Enum, size_t K>
+void ReadEnum(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
   ReadEnumValue<N>(object.context(), KeySegment(key), object[key], field);
 }
 
 // An enumeration read with a presence test: a missing member stores 0.
-template <int N, typename C, size_t M, typename Enum, size_t K>
-void ReadEnumIfPresent(const Members<C, M>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename Enum, size_t K>
+void ReadEnumIfPresent(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
   const Json::Value& member = object[key];
   if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field);
 }
 
 // An enumeration that keeps the caller's value when the member is missing or null.
-template <int N, typename C, size_t M, typename Enum, size_t K>
-void ReadEnumOrKeep(const Members<C, M>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename Enum, size_t K>
+void ReadEnumOrKeep(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
   const Json::Value& member = object[key];
   if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field);
 }
@@ -192,16 +192,16 @@ bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32
 
 // Rectangles, colours, times and dates are read only when present; a malformed rectangle or
 // colour leaves the field as it was, a malformed time or date sets what the scan reached.
-template <typename C, size_t N, size_t K>
-void ReadRectIfPresent(const Members<C, N>& object, const char (&key)[K], tagNET_RECT& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadRectIfPresent(const Members<C, Table>& object, const char (&key)[K], tagNET_RECT& field) {
   const Json::Value& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   ReadFourInts(object.context(), member, "rectangle", field.nLeft, field.nTop, field.nRight,
                field.nBottom);
 }
-template <typename C, size_t N, size_t K>
-void ReadColorIfPresent(const Members<C, N>& object, const char (&key)[K],
+template <typename C, const auto& Table, size_t K>
+void ReadColorIfPresent(const Members<C, Table>& object, const char (&key)[K],
                         tagQX_COLOR_RGBA& field) {
   const Json::Value& member = object[key];
   if (member.isNull()) return;
@@ -209,8 +209,8 @@ void ReadColorIfPresent(const Members<C, N>& object, const char (&key)[K],
   ReadFourInts(object.context(), member, "colour", field.nRed, field.nGreen, field.nBlue,
                field.nAlpha);
 }
-template <typename C, size_t N, size_t K>
-void ReadTimeIfPresent(const Members<C, N>& object, const char (&key)[K],
+template <typename C, const auto& Table, size_t K>
+void ReadTimeIfPresent(const Members<C, Table>& object, const char (&key)[K],
                        tagNET_TIME_OF_DAY& field) {
   const Json::Value& member = object[key];
   if (member.isNull()) return;
@@ -218,8 +218,9 @@ void ReadTimeIfPresent(const Members<C, N>& object, const char (&key)[K],
   const ScanResult scan = ParseTimeOfDay(member, field);
   if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "time of day");
 }
-template <typename C, size_t N, size_t K>
-void ReadDateIfPresent(const Members<C, N>& object, const char (&key)[K], tagNET_DATE_INFO& field) {
+template <typename C, const auto& Table, size_t K>
+void ReadDateIfPresent(const Members<C, Table>& object, const char (&key)[K],
+                       tagNET_DATE_INFO& field) {
   const Json::Value& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
@@ -228,8 +229,8 @@ void ReadDateIfPresent(const Members<C, N>& object, const char (&key)[K], tagNET
 }
 
 // An object read only when present and not null: read(member) runs under the member's path.
-template <typename C, size_t N, size_t K, typename ReadBody>
-void ReadObjectIfPresent(const Members<C, N>& object, const char (&key)[K], ReadBody read) {
+template <typename C, const auto& Table, size_t K, typename ReadBody>
+void ReadObjectIfPresent(const Members<C, Table>& object, const char (&key)[K], ReadBody read) {
   const Json::Value& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
@@ -239,26 +240,26 @@ void ReadObjectIfPresent(const Members<C, N>& object, const char (&key)[K], Read
 // The members of the object under `key`, for a reader whose steps on that object are
 // interleaved with steps on its parent: each run of steps on it goes under Step(key). Unknown
 // members are noted under the object's own path.
-template <typename C, size_t N, size_t K, size_t M>
-Members<C, M> NestedMembers(const Members<C, N>& parent, const char (&key)[K],
-                            const KeyTable<M>& table) {
+template <const auto& Nested, typename C, const auto& Table, size_t K>
+Members<C, Nested> NestedMembers(const Members<C, Table>& parent, const char (&key)[K]) {
   const Json::Value& member = parent[key];
   Step<C> step(parent.context(), KeySegment(key));
-  return Members<C, M>(member, table, parent.context());
+  return Members<C, Nested>(member, parent.context());
 }
 
 // An object read always: a missing one is read as null, whose members all read as null.
-template <typename C, size_t N, size_t K, typename ReadBody>
-void ReadObject(const Members<C, N>& object, const char (&key)[K], ReadBody read) {
+template <typename C, const auto& Table, size_t K, typename ReadBody>
+void ReadObject(const Members<C, Table>& object, const char (&key)[K], ReadBody read) {
+  const Json::Value& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
-  read(object[key]);
+  read(member);
 }
 
 // An array read only when present, not null and an array: `count` becomes its size clamped to
 // the capacity of `array`, and read(element, entry) runs for the first `count` elements.
 // Otherwise count and elements keep their values.
-template <typename C, size_t N, size_t K, typename T, size_t Cap, typename ReadElement>
-void ReadArrayIfPresent(const Members<C, N>& object, const char (&key)[K], uint32_t& count,
+template <typename C, const auto& Table, size_t K, typename T, size_t Cap, typename ReadElement>
+void ReadArrayIfPresent(const Members<C, Table>& object, const char (&key)[K], uint32_t& count,
                         T (&array)[Cap], ReadElement read) {
   const Json::Value& member = object[key];
   if (!member.isArray()) {
@@ -483,7 +484,7 @@ inline constexpr auto kKeyedResultKeys = Keys("infos");
 template <typename C, typename Record, typename Read>
 uint32_t ReadKeyedCollection(const Json::Value& result, uint32_t capacity, Record* records,
                              C& context, Read read) {
-  const Members<C, 1> object(result, kKeyedResultKeys, context);
+  const auto object = MembersOf<kKeyedResultKeys>(result, context);
   const Json::Value& infos = object["infos"];
   Step<C> step(context, KeySegment("infos"));
   uint32_t count = 0;

@@ -11,7 +11,9 @@
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "codec/reporting.h"
 
@@ -33,16 +35,22 @@ constexpr int CompareNames(const char* a, size_t aLength, const char* b, size_t 
 // The keys one object's codecs know, kept in JsonCpp's member order.
 template <size_t N>
 struct KeyTable {
+  static constexpr size_t kSize = N;
   struct Key {
     const char* name;
     uint32_t length;
   };
   Key keys[N];
 
-  // The slot of `name`, or N when the table does not hold it.
-  constexpr size_t IndexOf(const char* name, size_t length) const {
+  // How many keys are `length` bytes long, and the first of them (N when none is).
+  constexpr size_t CountOfLength(size_t length) const {
+    size_t count = 0;
+    for (size_t i = 0; i < N; ++i) count += keys[i].length == length ? 1 : 0;
+    return count;
+  }
+  constexpr size_t FirstOfLength(size_t length) const {
     for (size_t i = 0; i < N; ++i) {
-      if (CompareNames(keys[i].name, keys[i].length, name, length) == 0) return i;
+      if (keys[i].length == length) return i;
     }
     return N;
   }
@@ -66,14 +74,18 @@ constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
   return table;
 }
 
-// The members of `json` against the keys of `table`. `json` is only walked when it is an object;
+// The members of `json` against the keys of `Table`. `json` is only walked when it is an object;
 // a value of any other type has no members, and the first step that looks one up raises exactly
 // what JsonCpp's lookup raises for it, at that step.
-template <typename Context, size_t N>
+//
+// The table is a template argument so that a step finds its slot at compile time: among the
+// table's keys, only those as long as the step's literal can be it, and most lengths occur once.
+template <typename Context, const auto& Table>
 class Members {
+  static constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
+
  public:
-  Members(const Json::Value& json, const KeyTable<N>& table, Context& context)
-      : json_(json), table_(table), context_(context) {
+  Members(const Json::Value& json, Context& context) : json_(json), context_(context) {
     for (const Json::Value*& slot : slots_) slot = nullptr;
     if (json.isObject()) Walk();
   }
@@ -81,10 +93,9 @@ class Members {
   // The member under `key` (a literal of the table), null when missing.
   template <size_t K>
   const Json::Value& operator[](const char (&key)[K]) const {
-    const size_t slot = table_.IndexOf(key, K - 1);
-    assert(slot < N && "the key is missing from the object's key table");
-    if (slot < N && json_.isObject()) {
-      return slots_[slot] != nullptr ? *slots_[slot] : Json::Value::nullSingleton();
+    if (json_.isObject()) {
+      const Json::Value* member = slots_[Slot<K - 1>(key)];
+      return member != nullptr ? *member : Json::Value::nullSingleton();
     }
     // Null has no members; any other type throws from JsonCpp's own lookup.
     const Json::Value* member = json_.find(key, key + (K - 1));
@@ -95,6 +106,25 @@ class Members {
   Context& context() const { return context_; }
 
  private:
+  template <size_t Length>
+  static size_t Slot(const char* key) {
+    constexpr size_t first = Table.FirstOfLength(Length);
+    static_assert(first < N, "no key of the object's table is as long as this one");
+    if constexpr (Table.CountOfLength(Length) == 1) {
+      assert(std::memcmp(Table.keys[first].name, key, Length) == 0 &&
+             "the key is missing from the object's key table");
+      return first;
+    } else {
+      for (size_t i = first; i < N; ++i) {
+        if (Table.keys[i].length == Length && std::memcmp(Table.keys[i].name, key, Length) == 0) {
+          return i;
+        }
+      }
+      assert(false && "the key is missing from the object's key table");
+      return first;
+    }
+  }
+
   void Walk() {
     size_t next = 0;
     for (auto it = json_.begin(); it != json_.end(); ++it) {
@@ -102,8 +132,8 @@ class Members {
       const char* name = it.memberName(&end);
       const auto length = static_cast<size_t>(end - name);
       int order = 1;
-      while (next < N && (order = CompareNames(table_.keys[next].name, table_.keys[next].length,
-                                               name, length)) < 0) {
+      while (next < N && (order = CompareNames(Table.keys[next].name, Table.keys[next].length, name,
+                                               length)) < 0) {
         ++next;
       }
       if (next < N && order == 0) {
@@ -117,10 +147,15 @@ class Members {
   }
 
   const Json::Value& json_;
-  const KeyTable<N>& table_;
   Context& context_;
   const Json::Value* slots_[N];
 };
+
+// The members of `json` as a reader of the object whose keys are `Table` sees them.
+template <const auto& Table, typename Context>
+Members<Context, Table> MembersOf(const Json::Value& json, Context& context) {
+  return Members<Context, Table>(json, context);
+}
 
 }  // namespace gsc::codec
 

@@ -10,15 +10,18 @@
 //   14     length passed to GetJsonString, minus 4
 //   15     the byte element buffers are pre-filled with
 //
-// The parsed value goes to every deserialize, then it and its first members or elements go to
-// every record reader. Caller arrays, brief listings, element buffers and single records sit in
-// guarded blocks whose guards are checked after every call; element buffers start 4 but not 8
-// bytes aligned. Json::Exception is how an answer of the wrong type ends; anything else is a bug.
+// The parsed value goes to every deserialize, plain and reporting on the same caller memory (same
+// bytes, same exception, findings that agree with what happened), then it and its first members or
+// elements go to every record reader. Caller arrays, brief listings, element buffers and single
+// records sit in guarded blocks whose guards are checked after every call; element buffers start 4
+// but not 8 bytes aligned. Json::Exception is how an answer of the wrong type ends; anything else
+// is a bug.
 #include <json/json.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,6 +37,10 @@
 
 namespace gsc::fuzz {
 namespace {
+
+using gsc::Finding;
+using gsc::FindingKind;
+using gsc::Report;
 
 constexpr size_t kControlBytes = 16;
 constexpr size_t kBufferSlots = 4;
@@ -87,6 +94,18 @@ class Guards {
   void Check(const char* call) const {
     for (const auto& block : blocks_)
       if (!block->Intact()) Fail("guard bytes changed by", call);
+  }
+  // The caller memory of every block, to compare two calls on the same memory.
+  std::vector<std::vector<unsigned char>> Snapshot() const {
+    std::vector<std::vector<unsigned char>> bytes;
+    for (const auto& block : blocks_)
+      bytes.emplace_back(block->data(), block->data() + block->size());
+    return bytes;
+  }
+  void Restore(const std::vector<std::vector<unsigned char>>& bytes) {
+    for (size_t i = 0; i < blocks_.size(); ++i) {
+      if (!bytes[i].empty()) std::memcpy(blocks_[i]->data(), bytes[i].data(), bytes[i].size());
+    }
   }
 
  private:
@@ -266,12 +285,68 @@ void CheckSize(const R& r, const Control& c, const char* name) {
   if (r.dwSize != c.Word()) Fail("dwSize changed by", name);
 }
 
+// The findings of a reading call: only reading kinds, and a failed conversion exactly when the
+// plain call threw, last, with JsonCpp's message.
+void CheckFindings(const Report& report, bool threw, const std::string& thrown, const char* name) {
+  size_t failures = 0;
+  for (const Finding& f : report.findings()) {
+    if (f.kind < FindingKind::kTextCut || f.kind > FindingKind::kConversionFailed)
+      Fail("a writing finding from", name);
+    if (f.kind == FindingKind::kConversionFailed) ++failures;
+    if (f.kind != FindingKind::kConversionFailed && f.path.empty())
+      Fail("finding without a path:", name);
+  }
+  if (failures != (threw ? 1U : 0U)) Fail("failed conversions disagree with the plain call:", name);
+  if (threw && (report.findings().back().kind != FindingKind::kConversionFailed ||
+                report.findings().back().detail != thrown))
+    Fail("the failed conversion is not the plain call's exception:", name);
+}
+
+// Runs the plain deserialize, then the reporting one on the same caller memory restored to what
+// it held before: both must leave the same bytes and end the same way. The plain call's
+// exception, if any, is then raised again, as the plain call alone would have.
+template <typename Out>
+Report BothWays(Guards& g, const Json::Value& v, Out& out, const char* name) {
+  const auto before = g.Snapshot();
+  std::exception_ptr exception;
+  std::string thrown;
+  try {
+    deserialize(v, out);
+  } catch (const Json::Exception& e) {
+    exception = std::current_exception();
+    thrown = e.what();
+  }
+  const auto plain = g.Snapshot();
+  g.Restore(before);
+  Report report;
+  const bool finished = deserialize(v, out, report);
+  if (g.Snapshot() != plain) Fail("the reporting deserialize left other bytes:", name);
+  if (finished == (exception != nullptr)) Fail("the reporting deserialize ended otherwise:", name);
+  CheckFindings(report, exception != nullptr, thrown, name);
+  if (exception) std::rethrow_exception(exception);
+  return report;
+}
+
+bool HasFinding(const Report& report, FindingKind kind, const std::string& path) {
+  for (const Finding& f : report.findings())
+    if (f.kind == kind && f.path == path) return true;
+  return false;
+}
+
+// A keyed collection finding appears exactly when "infos" had more members than room.
+void CheckCollection(const Report& report, const Json::Value& v, uint32_t room, const char* name) {
+  const Json::Value* infos = v.isObject() ? &v["infos"] : nullptr;
+  const bool over = infos != nullptr && infos->isObject() && infos->size() > room;
+  if (HasFinding(report, FindingKind::kCollectionClamped, "infos") != over)
+    Fail("collection finding disagrees with the member count:", name);
+}
+
 // Operations whose answer carries nothing still must not touch the record.
 template <typename Out>
 void Empty(const Json::Value& v, const Control& c, const char* name) {
   Call(c, name, [&](Guards& g, Programmes&) {
     Out& out = NewRecord<Out>(g, c);
-    deserialize(v, out);
+    if (!BothWays(g, v, out, name).empty()) Fail("findings for an answer nobody reads:", name);
     CheckSize(out, c, name);
   });
 }
@@ -289,7 +364,7 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
     auto& out = NewRecord<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>(g, c);
     FixBools(out.stuInfo, c.boolValue);
     try {
-      deserialize(v, out);
+      BothWays(g, v, out, "GET_GUIDESCREEN_CFG_BYID");
     } catch (const Json::Exception&) {
       CheckAttribute(out.stuInfo, c);
       throw;
@@ -309,7 +384,9 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
     out.pstuInfos = infos;
     const bool normal = [&] {
       try {
-        deserialize(v, out);
+        const Report report = BothWays(g, v, out, "GET_ALL_GUIDESCREEN_CFG");
+        CheckCollection(report, v, infos != nullptr ? c.screenCapacity : 0,
+                        "GET_ALL_GUIDESCREEN_CFG");
         return true;
       } catch (const Json::Exception&) {
         return false;
@@ -325,7 +402,7 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
   Call(c, "GET_PROGRAMME_BYID", [&](Guards& g, Programmes& p) {
     auto& out = NewRecord<tagNET_OUT_GET_PROGRAMME_BYID>(g, c);
     p.Prepare(out.stuProgramme);
-    deserialize(v, out);
+    BothWays(g, v, out, "GET_PROGRAMME_BYID");
     CheckSize(out, c, "GET_PROGRAMME_BYID");
   });
 
@@ -336,7 +413,8 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
     for (uint32_t i = 0; infos != nullptr && i < c.programmeCapacity; ++i) p.Prepare(infos[i]);
     out.nMaxInfosNum = c.programmeCapacity;
     out.pstuInfos = infos;
-    deserialize(v, out);
+    const Report report = BothWays(g, v, out, "GET_ALL_PROGRAMMES");
+    CheckCollection(report, v, infos != nullptr ? c.programmeCapacity : 0, "GET_ALL_PROGRAMMES");
     if (out.nRetInfosNum > (infos != nullptr ? c.programmeCapacity : 0))
       Fail("GET_ALL_PROGRAMMES returned more programmes than the array holds");
   });
@@ -344,7 +422,8 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
   Call(c, "GET_ALL_BRIEFLYPROGRAMMES", [&](Guards& g, Programmes&) {
     auto& out = NewRecord<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>(g, c);
     for (auto& info : out.stuInfos) FixBools(info, c.boolValue);
-    deserialize(v, out);
+    CheckCollection(BothWays(g, v, out, "GET_ALL_BRIEFLYPROGRAMMES"), v, 32,
+                    "GET_ALL_BRIEFLYPROGRAMMES");
     if (out.nRetInfosNum > 32) Fail("brief listing past 32 entries");
     for (const auto& info : out.stuInfos) {
       CheckText(info.szProgrammeName, c.fill, "brief name");
@@ -354,7 +433,12 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
 
   Call(c, "ADD_ONE_PROGRAMME", [&](Guards& g, Programmes&) {
     auto& out = NewRecord<tagNET_OUT_ADD_ONE_PROGRAMME>(g, c);
-    deserialize(v, out);
+    const Report report = BothWays(g, v, out, "ADD_ONE_PROGRAMME");
+    // A text-cut finding appears exactly when the text did not fit.
+    const Json::Value* id = v.isObject() ? &v["ProgrammeID"] : nullptr;
+    const bool long_text = id != nullptr && id->isString() && id->asString().size() > 63;
+    if (HasFinding(report, FindingKind::kTextCut, "ProgrammeID") != long_text)
+      Fail("text-cut finding disagrees with the text's length");
     if (std::memchr(out.szProgrammeID, '\0', sizeof out.szProgrammeID) == nullptr)
       Fail("new programme ID unterminated");
   });
@@ -373,7 +457,7 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
     out.pstuTimerPlans = timer;
     const bool normal = [&] {
       try {
-        deserialize(v, out);
+        BothWays(g, v, out, "GET_ALL_PROGRAMMEPLANS");
         return true;
       } catch (const Json::Exception&) {
         return false;
@@ -392,7 +476,7 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
     auto& out = NewRecord<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>(g, c);
     FixBools(out.stuImmePlan, c.boolValue);
     FixBools(out.stuTimerPlan, c.boolValue);
-    deserialize(v, out);
+    BothWays(g, v, out, "GET_PROGRAMMEPLAN_BYID");
     if (out.emPlanType < EM_PROGRAMMEPLAN_TYPE_UNKNOWN ||
         out.emPlanType > EM_PROGRAMMEPLAN_TYPE_TIMER)
       Fail("plan kind out of range");
@@ -402,7 +486,7 @@ void AllDeserializers(const Json::Value& v, const Control& c) {
 
   Call(c, "ADD_PROGRAMMEPLAN", [&](Guards& g, Programmes&) {
     auto& out = NewRecord<tagNET_OUT_ADD_PROGRAMMEPLAN>(g, c);
-    deserialize(v, out);
+    BothWays(g, v, out, "ADD_PROGRAMMEPLAN");
     if (std::memchr(out.szProgrammePlanID, '\0', sizeof out.szProgrammePlanID) == nullptr)
       Fail("new plan ID unterminated");
   });

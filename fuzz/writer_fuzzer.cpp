@@ -22,6 +22,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fuzz/fuzz_support.h"
@@ -491,19 +492,65 @@ void CheckTexts(const Json::Value& value, const std::string& key, const char* ca
 }
 
 template <typename Write>
-void Check(const Inputs& inputs, const char* call, Write write) {
+Json::Value Check(const Inputs& inputs, const char* call, Write write) {
   Json::Value json(Json::objectValue);
   write(json);
   inputs.CheckUnchanged(call);
   CheckTexts(json, std::string(), call);
   RoundTrip(json, call);
+  return json;
 }
 
+bool HasFinding(const gsc::Report& report, gsc::FindingKind kind, const std::string& path) {
+  for (const gsc::Finding& f : report.findings())
+    if (f.kind == kind && f.path == path) return true;
+  return false;
+}
+
+// Runs the plain and the reporting serialize: the same JSON, only writing findings, each with
+// the path of a field. Returns the request and the report.
 template <typename R>
-void Serialize(const Inputs& inputs, const R& in, const char* call) {
-  Check(inputs, call, [&](Json::Value& json) {
+std::pair<Json::Value, gsc::Report> Serialize(const Inputs& inputs, const R& in, const char* call) {
+  const Json::Value plain = Check(inputs, call, [&](Json::Value& json) {
     if (!serialize(in, json)) Fail("serialize returned false:", call);
   });
+  gsc::Report report;
+  const Json::Value reported = Check(inputs, call, [&](Json::Value& json) {
+    if (!serialize(in, json, report)) Fail("the reporting serialize returned false:", call);
+  });
+  // Compared as text: a NaN is not equal to itself as a value.
+  Json::StreamWriterBuilder writer;
+  writer["useSpecialFloats"] = true;
+  if (Json::writeString(writer, plain) != Json::writeString(writer, reported))
+    Fail("the reporting serialize wrote other JSON:", call);
+  for (const gsc::Finding& f : report.findings()) {
+    if (f.kind < gsc::FindingKind::kCountBeyondCapacity || f.path.empty())
+      Fail("a finding that is no writer's:", call);
+  }
+  return {plain, report};
+}
+
+// What a writer writes, its reader reads back without meeting a member it does not know.
+template <typename Out>
+void ReadBack(const Json::Value& result, Out& out, const char* call) {
+  gsc::Report report;
+  deserialize(result, out, report);
+  for (const gsc::Finding& f : report.findings())
+    if (f.kind == gsc::FindingKind::kUnknownMember) Fail("read back, an unknown member:", call);
+}
+
+// A count finding appears exactly when the count was above the capacity.
+void CheckCount(const gsc::Report& report, const char* path, uint32_t count, uint32_t capacity) {
+  if (HasFinding(report, gsc::FindingKind::kCountBeyondCapacity, path) != (count > capacity))
+    Fail("count finding disagrees with the count:", path);
+}
+
+// A text finding appears exactly when the field had no terminator.
+template <size_t N>
+void CheckTerminated(const gsc::Report& report, const std::string& path, const char (&field)[N]) {
+  const bool unterminated = std::memchr(field, '\0', N) == nullptr;
+  if (HasFinding(report, gsc::FindingKind::kTextUnterminated, path) != unterminated)
+    Fail("text finding disagrees with the field:", path.c_str());
 }
 
 }  // namespace
@@ -582,20 +629,67 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   auto* getAllPlans = inputs.New<tagNET_IN_GET_ALL_PROGRAMMEPLANS>();
   inputs.Seal();
 
-  Serialize(inputs, *setCfg, "SET_GUIDESCREEN_CFG");
-  Serialize(inputs, *byId, "GET_GUIDESCREEN_CFG_BYID");
+  const auto config = Serialize(inputs, *setCfg, "SET_GUIDESCREEN_CFG");
+  {
+    tagNET_GUIDESCREEN_ATTRIBUTE_INFO screens[3] = {};
+    tagNET_OUT_GET_ALL_GUIDESCREEN_CFG out{0, 3, 0, screens};
+    ReadBack(config.first, out, "SET_GUIDESCREEN_CFG");
+  }
+  CheckTerminated(Serialize(inputs, *byId, "GET_GUIDESCREEN_CFG_BYID").second, "szScreenID",
+                  byId->szScreenID);
   Serialize(inputs, *getAllCfg, "GET_ALL_GUIDESCREEN_CFG");
-  Serialize(inputs, *status, "SET_GD_STATUS");
+  {
+    const gsc::Report report = Serialize(inputs, *status, "SET_GD_STATUS").second;
+    CheckCount(report, "nGDNum", status->nGDNum, 170);
+    bool codeless = false;
+    for (uint32_t i = 0; i < status->nGDNum && i < 170; ++i) {
+      const int state = static_cast<int>(status->emStatus[i]);
+      codeless = codeless || (state != EM_GD_STATUS_CODE_100 && state != EM_GD_STATUS_CODE_010 &&
+                              state != EM_GD_STATUS_CODE_001);
+    }
+    bool reported = false;
+    for (const gsc::Finding& f : report.findings())
+      reported = reported || f.kind == gsc::FindingKind::kDisplayUnitWithoutCode;
+    if (reported != codeless) Fail("display unit finding disagrees with the states");
+  }
   Serialize(inputs, *programmeById, "GET_PROGRAMME_BYID");
   Serialize(inputs, *getAllProgrammes, "GET_ALL_PROGRAMMES");
   Serialize(inputs, *getBrief, "GET_ALL_BRIEFLYPROGRAMMES");
-  Serialize(inputs, *addProgramme, "ADD_ONE_PROGRAMME");
-  Serialize(inputs, *modifyProgramme, "MODIFY_ONE_PROGRAMME");
-  Serialize(inputs, *delProgrammes, "DEL_PROGRAMMES");
+  {
+    const Json::Value added = Serialize(inputs, *addProgramme, "ADD_ONE_PROGRAMME").first;
+    Json::Value result;
+    result["Programme"] = added["info"];
+    tagNET_OUT_GET_PROGRAMME_BYID out{};
+    ReadBack(result, out, "ADD_ONE_PROGRAMME");
+    const gsc::Report modified = Serialize(inputs, *modifyProgramme, "MODIFY_ONE_PROGRAMME").second;
+    CheckTerminated(modified, "stuProgramme.szProgrammeID",
+                    modifyProgramme->stuProgramme.szProgrammeID);
+    CheckCount(modified, "stuProgramme.stuOrdinary.nWindowsNum",
+               modifyProgramme->stuProgramme.stuOrdinary.nWindowsNum, 16);
+  }
+  {
+    const gsc::Report report = Serialize(inputs, *delProgrammes, "DEL_PROGRAMMES").second;
+    CheckCount(report, "nProgrammeIDListNum", delProgrammes->nProgrammeIDListNum, 32);
+    for (uint32_t i = 0; i < delProgrammes->nProgrammeIDListNum && i < 32; ++i) {
+      CheckTerminated(report, "szProgrammeIDList[" + std::to_string(i) + "]",
+                      delProgrammes->szProgrammeIDList[i]);
+    }
+  }
   Serialize(inputs, *getAllPlans, "GET_ALL_PROGRAMMEPLANS");
   Serialize(inputs, *planById, "GET_PROGRAMMEPLAN_BYID");
-  Serialize(inputs, *addImme, "ADD_IMME_PROGRAMMEPLAN");
-  Serialize(inputs, *addTimer, "ADD_TIMER_PROGRAMMEPLAN");
+  for (const auto& plan : {Serialize(inputs, *addImme, "ADD_IMME_PROGRAMMEPLAN"),
+                           Serialize(inputs, *addTimer, "ADD_TIMER_PROGRAMMEPLAN")}) {
+    Json::Value result;
+    result["ProgrammePlan"] = plan.first["info"];
+    tagNET_OUT_GET_PROGRAMMEPLAN_BYID out{};
+    ReadBack(result, out, "ADD_PROGRAMMEPLAN");
+  }
+  {
+    const gsc::Report timer = Serialize(inputs, *addTimer, "ADD_TIMER_PROGRAMMEPLAN").second;
+    CheckCount(timer, "stuInfo.nPlayDatesNum", addTimer->stuInfo.nPlayDatesNum, 32);
+    CheckCount(timer, "stuInfo.nProgrammesNum", addTimer->stuInfo.nProgrammesNum, 32);
+    CheckTerminated(timer, "stuInfo.szReviewOpinion", addTimer->stuInfo.szReviewOpinion);
+  }
   Serialize(inputs, *modifyImme, "MODIFY_IMME_PROGRAMMEPLAN");
   Serialize(inputs, *modifyTimer, "MODIFY_TIMER_PROGRAMMEPLAN");
   Serialize(inputs, *delPlans, "DEL_PROGRAMMEPLANS");

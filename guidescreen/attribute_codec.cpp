@@ -23,7 +23,7 @@ constexpr auto kSunTimeKeys = Keys("Sunrise", "Sunset");
 
 template <typename C>
 void ReadTime(const Json::Value& json, tagNET_GUIDESCREEN_TIME_INFO& time, C& context) {
-  const Members object(json, kTimeKeys, context);
+  const auto object = MembersOf<kTimeKeys>(json, context);
   ReadBoolIfPresent(object, "Enable", time.bEnable);
   ReadEnum<kDateTypeValues>(object, "DateType", time.emDateType);
   ReadArrayIfPresent(object, "PlayDates", time.nPlayDatesNum, time.nPlayDates,
@@ -37,7 +37,7 @@ void ReadTime(const Json::Value& json, tagNET_GUIDESCREEN_TIME_INFO& time, C& co
 template <typename C>
 void ReadSplitScreen(const Json::Value& json, tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen,
                      C& context) {
-  const Members object(json, kSplitScreenKeys, context);
+  const auto object = MembersOf<kSplitScreenKeys>(json, context);
   ReadTextIfPresent(object, "ScreenId", screen.szScreenId);
   ReadRectIfPresent(object, "Rect", screen.stuRect);
   ReadNumber(object, "ChildScreenBright", screen.nChildScreenBright);
@@ -47,7 +47,7 @@ void ReadSplitScreen(const Json::Value& json, tagNET_GUIDESCREEN_SPLITSCREEN_INF
 template <typename C>
 void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright,
                     C& context) {
-  const Members object(json, kAutoBrightKeys, context);
+  const auto object = MembersOf<kAutoBrightKeys>(json, context);
   ReadBool(object, "Enable", bright.bEnable);
   ReadNumber(object, "LightBright", bright.nLightBright);
   ReadNumber(object, "DarkBright", bright.nDarkBright);
@@ -64,7 +64,7 @@ void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO
   }
   for (uint32_t i = 0; i < kSunEntries; ++i) {
     Step<C> entry(context, Segment::Index(i));
-    const Members sun(times[i], kSunTimeKeys, context);
+    const auto sun = MembersOf<kSunTimeKeys>(times[i], context);
     ReadNumber(sun, "Sunrise", bright.stuTime[i].nSunrise);
     ReadNumber(sun, "Sunset", bright.stuTime[i].nSunset);
   }
@@ -112,7 +112,7 @@ void PacketAutoBright(const tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, const O
 template <typename C>
 void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
                              C& context) {
-  const Members object(json, kScreenKeys, context);
+  const auto object = MembersOf<kScreenKeys>(json, context);
   ReadTextIfPresent(object, "ID", info.szID);
   ReadEnumIfPresent<kStatusValues>(object, "Status", info.emStatus);
   ReadBoolIfPresent(object, "IsForeverOpen", info.bIsForeverOpen);

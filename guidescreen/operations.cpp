@@ -50,7 +50,7 @@ void WriteScreens(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params, 
 template <typename C>
 void ReadScreenById(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
                     C& context) {
-  const Members object(result, kScreenByIdResultKeys, context);
+  const auto object = MembersOf<kScreenByIdResultKeys>(result, context);
   ReadObject(object, "DisplayScreenCfg", [&](const Json::Value& screen) {
     ReadGuidScreenAttribute(screen, out.stuInfo, context);
   });

@@ -14,10 +14,10 @@ constexpr auto kImmediatelyKeys = Keys("Enable", "PlayTime", "ProgrammeName", "P
 
 template <typename C>
 void ReadPlan(const Json::Value& json, tagNET_IMMEDIATELY_PLAN_INFO& info, C& context) {
-  const Members plan(json, kImmePlanKeys, context);
+  const auto plan = MembersOf<kImmePlanKeys>(json, context);
   ReadPlanHeader(plan, info);
   ReadObjectIfPresent(plan, "Immediately", [&](const Json::Value& block) {
-    const Members immediately(block, kImmediatelyKeys, context);
+    const auto immediately = MembersOf<kImmediatelyKeys>(block, context);
     ReadBool(immediately, "Enable", info.bEnable);
     ReadNumber(immediately, "PlayTime", info.nPlayTime);
     ReadTextIfPresent(immediately, "ProgrammeName", info.szProgrammeName);

@@ -56,7 +56,7 @@ template <typename C>
 void ReadAllPlans(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out, C& context) {
   PlanArray<tagNET_IMMEDIATELY_PLAN_INFO> imme(out.pstuImmePlans, out.nMaxPlanNum);
   PlanArray<tagNET_TIMER_PLAN_INFO> timer(out.pstuTimerPlans, out.nMaxPlanNum);
-  const Members object(result, kKeyedResultKeys, context);
+  const auto object = MembersOf<kKeyedResultKeys>(result, context);
   const Json::Value& infos = object["infos"];
   Step<C> step(context, KeySegment("infos"));
   // One array filling up must not end the walk: later plans of the other kind still fit.
@@ -88,7 +88,7 @@ void WritePlanId(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params
 
 template <typename C>
 void ReadPlanById(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out, C& context) {
-  const Members object(result, kPlanResultKeys, context);
+  const auto object = MembersOf<kPlanResultKeys>(result, context);
   ReadObject(object, "ProgrammePlan", [&](const Json::Value& plan) {
     out.emPlanType = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
     out.emPlanType = ReadPlanType(plan, context);
@@ -107,7 +107,7 @@ void WriteAddedPlan(const In& in, Json::Value& params, C& context) {
 // Read without a presence test: an answer without an ID must not leave the caller a stale one.
 template <typename C>
 void ReadAddedPlan(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out, C& context) {
-  const Members object(result, kAddedPlanResultKeys, context);
+  const auto object = MembersOf<kAddedPlanResultKeys>(result, context);
   ReadText(object, "ProgrammePlanID", out.szProgrammePlanID);
 }
 

@@ -45,8 +45,8 @@ template <typename Context>
 void PacketPlan(const tagNET_TIMER_PLAN_INFO& info, const codec::Out<Context>& plan);
 
 // The three texts that open both plan kinds, laid out and coded alike.
-template <typename C, size_t N, typename Plan>
-void ReadPlanHeader(const codec::Members<C, N>& plan, Plan& info) {
+template <typename C, const auto& Table, typename Plan>
+void ReadPlanHeader(const codec::Members<C, Table>& plan, Plan& info) {
   codec::ReadTextIfPresent(plan, "PlanName", info.szPlanName);
   codec::ReadTextIfPresent(plan, "PlanID", info.szPlanID);
   codec::ReadTextIfPresent(plan, "SplitScreenID", info.szSplitScreenID);

@@ -20,7 +20,7 @@ constexpr auto kPlanProgrammeKeys =
 
 template <typename C>
 void ReadPlanProgramme(const Json::Value& json, tagNET_PLAN_PROGRAMME_INFO& programme, C& context) {
-  const Members object(json, kPlanProgrammeKeys, context);
+  const auto object = MembersOf<kPlanProgrammeKeys>(json, context);
   ReadTextIfPresent(object, "ProgrammeID", programme.szProgrammeID);
   ReadTextIfPresent(object, "ProgrammeName", programme.szProgrammeName);
   ReadBool(object, "IsBgProgramme", programme.bIsBgProgramme);
@@ -41,12 +41,12 @@ void PacketPlanProgramme(const tagNET_PLAN_PROGRAMME_INFO& programme, const Out<
 
 template <typename C>
 void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context) {
-  const Members plan(json, kTimerPlanKeys, context);
+  const auto plan = MembersOf<kTimerPlanKeys>(json, context);
   ReadPlanHeader(plan, info);
   if (plan["Timer"].isNull()) return;
   // The opinion sits beside "Timer", in the middle of its steps; a plan without a "Timer"
   // carries no review to read.
-  const Members timer = NestedMembers(plan, "Timer", kTimerKeys);
+  const auto timer = NestedMembers<kTimerKeys>(plan, "Timer");
   {
     const Step<C> step(context, KeySegment("Timer"));
     ReadEnum<kPeriodTypes>(timer, "PeriodType", info.emPeriodType);
@@ -55,7 +55,7 @@ void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context)
                          field = static_cast<uint32_t>(ReadInt(context, date));
                        });
     ReadObject(timer, "CustomPlayDate", [&](const Json::Value& dates) {
-      const Members customDates(dates, kCustomDateKeys, context);
+      const auto customDates = MembersOf<kCustomDateKeys>(dates, context);
       ReadDateIfPresent(customDates, "PlayStartDate", info.stuPlayStartDate);
       ReadDateIfPresent(customDates, "PlayEndDate", info.stuPlayEndDate);
     });

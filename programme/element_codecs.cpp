@@ -26,10 +26,10 @@ constexpr auto kDeviceKeys =
 // A missing "Video" object is looked into all the same: its members read as null.
 template <typename C>
 void ReadElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO& info, C& context) {
-  const Members object(json, kVideoElementKeys, context);
+  const auto object = MembersOf<kVideoElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
   ReadObject(object, "Video", [&](const Json::Value& kindObject) {
-    const Members video(kindObject, kVideoKeys, context);
+    const auto video = MembersOf<kVideoKeys>(kindObject, context);
     ReadTextIfPresent(video, "Path", info.szPath);
     ReadNumber(video, "PlayCount", info.nPlayCount);
   });
@@ -47,10 +47,10 @@ void PacketElement(const tagNET_VIDEO_ELEMENT_INFO& info, const Out<C>& json) {
 
 template <typename C>
 void ReadElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO& info, C& context) {
-  const Members object(json, kPictureElementKeys, context);
+  const auto object = MembersOf<kPictureElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
   ReadObject(object, "Picture", [&](const Json::Value& kindObject) {
-    const Members picture(kindObject, kPictureKeys, context);
+    const auto picture = MembersOf<kPictureKeys>(kindObject, context);
     ReadTextIfPresent(picture, "Path", info.szPath);
     ReadNumber(picture, "PlayTime", info.nPlayTime);
     ReadNumber(picture, "PlayCount", info.nPlayCount);
@@ -79,7 +79,7 @@ void PacketElement(const tagNET_PICTURE_ELEMENT_INFO& info, const Out<C>& json) 
 // "Text" has no presence test of its own: a missing one still resets the block's numbers.
 template <typename C>
 void ReadElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO& info, C& context) {
-  const Members object(json, kTextElementKeys, context);
+  const auto object = MembersOf<kTextElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
   ReadObject(object, "Text",
              [&](const Json::Value& text) { ReadTextBlock(text, info.stuText, context); });
@@ -95,7 +95,7 @@ void PacketElement(const tagNET_TEXT_ELEMENT_INFO& info, const Out<C>& json) {
 
 template <typename C>
 void ReadElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, C& context) {
-  const Members object(json, kPlaceHolderElementKeys, context);
+  const auto object = MembersOf<kPlaceHolderElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
@@ -110,10 +110,10 @@ void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO& info, const Out<C>& js
 // with the capture type and the play time.
 template <typename C>
 void ReadElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO& info, C& context) {
-  const Members object(json, kCaptureElementKeys, context);
+  const auto object = MembersOf<kCaptureElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
   ReadObject(object, "DeviceInfo", [&](const Json::Value& kindObject) {
-    const Members device(kindObject, kDeviceKeys, context);
+    const auto device = MembersOf<kDeviceKeys>(kindObject, context);
     ReadTextIfPresent(device, "UserName", info.szUserName);
     ReadTextIfPresent(device, "Password", info.szPassword);
     ReadTextIfPresent(device, "IP", info.szIP);

@@ -21,7 +21,7 @@ constexpr auto kAddedProgrammeResultKeys = Keys("ProgrammeID");
 // the caller's programme type alone when it says nothing about it.
 template <typename C>
 void ReadBriefProgramme(const Json::Value& json, tagNET_BRIEFLY_PROGRAMME_INFO& info, C& context) {
-  const Members object(json, kBriefProgrammeKeys, context);
+  const auto object = MembersOf<kBriefProgrammeKeys>(json, context);
   ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
   ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
   ReadEnumOrKeep<kProgrammeTypeValues>(object, "ProgrammeType", info.emProgrammeType);
@@ -36,7 +36,7 @@ void WriteProgrammeId(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& param
 
 template <typename C>
 void ReadProgrammeById(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out, C& context) {
-  const Members object(result, kProgrammeResultKeys, context);
+  const auto object = MembersOf<kProgrammeResultKeys>(result, context);
   ReadObject(object, "Programme", [&](const Json::Value& programme) {
     ReadProgramme(programme, out.stuProgramme, context);
   });
@@ -67,7 +67,7 @@ void WriteAddedProgramme(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& par
 // The new ID is copied even when the answer has none, which stores an empty text.
 template <typename C>
 void ReadAddedProgramme(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out, C& context) {
-  const Members object(result, kAddedProgrammeResultKeys, context);
+  const auto object = MembersOf<kAddedProgrammeResultKeys>(result, context);
   ReadText(object, "ProgrammeID", out.szProgrammeID);
 }
 

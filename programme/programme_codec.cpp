@@ -19,8 +19,8 @@ constexpr auto kWindowKeys = Keys("WinID", "BackgroundColor", "Volume", "Diaphan
 
 // An "Elements" array is laid into the window's own buffer and replaces nElementsNum; anything
 // else keeps the count.
-template <typename C, size_t N>
-void ReadElementsIfPresent(const Members<C, N>& object, tagNET_PROGRAMME_WINDOW_INFO& window) {
+template <typename C, const auto& Table>
+void ReadElementsIfPresent(const Members<C, Table>& object, tagNET_PROGRAMME_WINDOW_INFO& window) {
   const Json::Value& elements = object["Elements"];
   if (!elements.isArray()) {
     if constexpr (C::kReporting) {
@@ -37,7 +37,7 @@ void ReadElementsIfPresent(const Members<C, N>& object, tagNET_PROGRAMME_WINDOW_
 
 template <typename C>
 void ReadWindow(const Json::Value& json, tagNET_PROGRAMME_WINDOW_INFO& window, C& context) {
-  const Members object(json, kWindowKeys, context);
+  const auto object = MembersOf<kWindowKeys>(json, context);
   ReadTextIfPresent(object, "WinID", window.szWinID);
   ReadColorIfPresent(object, "BackgroundColor", window.stuBackgroundColor);
   ReadNumber(object, "Volume", window.nVolume);
@@ -65,7 +65,7 @@ void PacketWindow(const tagNET_PROGRAMME_WINDOW_INFO& window, const Out<C>& json
 
 template <typename C>
 void ReadOrdinary(const Json::Value& json, tagNET_ORDINARY_PROGRAMME_INFO& ordinary, C& context) {
-  const Members object(json, kOrdinaryKeys, context);
+  const auto object = MembersOf<kOrdinaryKeys>(json, context);
   ReadBool(object, "TempletState", ordinary.bTempletState);
   ReadTextIfPresent(object, "Description", ordinary.szDescription);
   ReadArrayIfPresent(object, "Windows", ordinary.nWindowsNum, ordinary.stuWindows,
@@ -89,7 +89,7 @@ void PacketOrdinary(const tagNET_ORDINARY_PROGRAMME_INFO& ordinary, const Out<C>
 // "ProgrammeType" is not read here: the record holds only the ordinary kind.
 template <typename C>
 void ReadProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO& info, C& context) {
-  const Members object(json, kProgrammeKeys, context);
+  const auto object = MembersOf<kProgrammeKeys>(json, context);
   ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
   ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
   ReadBool(object, "Enable", info.bEnable);

@@ -19,7 +19,7 @@ constexpr auto kNoteKeys = Keys("Enable", "NoteRect", "NoteInfo");
 // StayTime is taken before PlayTime and PlayCount, as the device's text objects list them.
 template <typename C>
 void ReadTextBlock(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO& info, C& context) {
-  const Members object(json, kTextBlockKeys, context);
+  const auto object = MembersOf<kTextBlockKeys>(json, context);
   ReadTextIfPresent(object, "Content", info.szContent);
   ReadNumber(object, "FontSize", info.nFontSize);
   ReadColorIfPresent(object, "FontColor", info.stuFontColor);
@@ -53,7 +53,7 @@ void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO& info, const Out<C>& jso
 // Unlike a text element's "Text", a note's text block is left alone when the note has none.
 template <typename C>
 void ReadNote(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO& info, C& context) {
-  const Members object(json, kNoteKeys, context);
+  const auto object = MembersOf<kNoteKeys>(json, context);
   ReadBoolIfPresent(object, "Enable", info.bEnable);
   ReadRectIfPresent(object, "NoteRect", info.stuNoteRect);
   ReadObjectIfPresent(object, "NoteInfo", [&](const Json::Value& text) {

@@ -30,20 +30,21 @@ TEST(JsonRect, ParsesOnlyArraysOfExactlyFour) {
   EXPECT_EQ(color.nAlpha, -1);
 }
 
+constexpr auto kTimeKeys = gsc::codec::Keys("T");
+
 TEST(FieldTexts, AreReadOnlyWhenPresentAndNotNull) {
   tagNET_TIME_OF_DAY time{1, 2, 3};
   tagNET_DATE_INFO date{1, 2, 3};
-  constexpr auto kKeys = gsc::codec::Keys("T");
   gsc::codec::Silent silent;
   for (const char* json : {"{}", R"({"T": null})"}) {
     const Json::Value value = J(json);
-    const gsc::codec::Members object(value, kKeys, silent);
+    const auto object = gsc::codec::MembersOf<kTimeKeys>(value, silent);
     gsc::codec::ReadTimeIfPresent(object, "T", time);
     gsc::codec::ReadDateIfPresent(object, "T", date);
   }
   EXPECT_EQ(time.nHour + time.nMinute + time.nSecond + date.nYear + date.nDay, 10);
   const Json::Value partial = J(R"({"T": "07:05"})");
-  gsc::codec::ReadTimeIfPresent(gsc::codec::Members(partial, kKeys, silent), "T", time);
+  gsc::codec::ReadTimeIfPresent(gsc::codec::MembersOf<kTimeKeys>(partial, silent), "T", time);
   EXPECT_EQ(time.nHour * 10000 + time.nMinute * 100 + time.nSecond, 70503);
 }
 

@@ -13,8 +13,8 @@ enum TestEnum : int { kUnset = 0 };
 constexpr auto kTestKeys = Keys("E", "ID", "L", "Null", "Absent", "T");
 Silent silent;
 
-Members<Silent, 6> Read(const Json::Value& json) {
-  return Members(json, kTestKeys, silent);
+Members<Silent, kTestKeys> Read(const Json::Value& json) {
+  return MembersOf<kTestKeys>(json, silent);
 }
 Out<Silent> Write(Json::Value& json) {
   return Out<Silent>{json, silent};
