@@ -183,10 +183,11 @@ bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32
     }
     return false;
   }
-  a = ReadInt(context, Segment::Index(0), source[0]);
-  b = ReadInt(context, Segment::Index(1), source[1]);
-  c = ReadInt(context, Segment::Index(2), source[2]);
-  d = ReadInt(context, Segment::Index(3), source[3]);
+  auto element = source.begin();
+  a = ReadInt(context, Segment::Index(0), *element);
+  b = ReadInt(context, Segment::Index(1), *++element);
+  c = ReadInt(context, Segment::Index(2), *++element);
+  d = ReadInt(context, Segment::Index(3), *++element);
   return true;
 }
 
@@ -274,9 +275,11 @@ void ReadArrayIfPresent(const Members<C, Table>& object, const char (&key)[K], u
   if constexpr (C::kReporting) {
     if (size > count) NoteArrayClamped(object.context(), size, count);
   }
-  for (uint32_t i = 0; i < count; ++i) {
+  // Elements are visited in order with an iterator: indexing an array descends JsonCpp's map.
+  auto element = member.begin();
+  for (uint32_t i = 0; i < count; ++i, ++element) {
     Step<C> entry(object.context(), Segment::Index(i));
-    read(member[i], array[i]);
+    read(*element, array[i]);
   }
 }
 
@@ -460,17 +463,18 @@ void ForEachKeyedMember(C& context, const Json::Value& infos, Visit visit,
     return;
   }
   auto it = infos.begin();
-  for (; it != infos.end(); ++it) {
-    const char* end = nullptr;
-    const char* name = it.memberName(&end);
-    Step<C> step(context, Segment::Member(name, static_cast<uint32_t>(end - name)));
-    if (!visit(*it, name, end)) break;
+  const auto end = infos.end();
+  for (; it != end; ++it) {
+    const char* nameEnd = nullptr;
+    const char* name = it.memberName(&nameEnd);
+    Step<C> step(context, Segment::Member(name, static_cast<uint32_t>(nameEnd - name)));
+    if (!visit(*it, name, nameEnd)) break;
   }
   if constexpr (C::kReporting) {
-    for (; notVisited != nullptr && it != infos.end(); ++it) {
-      const char* end = nullptr;
-      const char* name = it.memberName(&end);
-      notVisited->emplace_back(name, end);
+    for (; notVisited != nullptr && it != end; ++it) {
+      const char* nameEnd = nullptr;
+      const char* name = it.memberName(&nameEnd);
+      notVisited->emplace_back(name, nameEnd);
     }
   }
 }

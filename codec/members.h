@@ -127,10 +127,11 @@ class Members {
 
   void Walk() {
     size_t next = 0;
-    for (auto it = json_.begin(); it != json_.end(); ++it) {
-      const char* end = nullptr;
-      const char* name = it.memberName(&end);
-      const auto length = static_cast<size_t>(end - name);
+    const auto end = json_.end();
+    for (auto it = json_.begin(); it != end; ++it) {
+      const char* nameEnd = nullptr;
+      const char* name = it.memberName(&nameEnd);
+      const auto length = static_cast<size_t>(nameEnd - name);
       int order = 1;
       while (next < N && (order = CompareNames(Table.keys[next].name, Table.keys[next].length, name,
                                                length)) < 0) {

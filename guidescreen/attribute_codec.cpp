@@ -62,9 +62,12 @@ void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO
   if constexpr (C::kReporting) {
     if (times.size() > kSunEntries) NoteArrayClamped(context, times.size(), kSunEntries);
   }
+  auto element = times.begin();
+  const auto end = times.end();
   for (uint32_t i = 0; i < kSunEntries; ++i) {
     Step<C> entry(context, Segment::Index(i));
-    const auto sun = MembersOf<kSunTimeKeys>(times[i], context);
+    const Json::Value& json = element != end ? *element++ : Json::Value::nullSingleton();
+    const auto sun = MembersOf<kSunTimeKeys>(json, context);
     ReadNumber(sun, "Sunrise", bright.stuTime[i].nSunrise);
     ReadNumber(sun, "Sunset", bright.stuTime[i].nSunset);
   }

@@ -25,6 +25,8 @@ constexpr char kUsage[] =
     "       gscodec decode OPERATION [FILE|-] [--capacity N] [--elements-buffer BYTES]\n"
     "                                         [--show-secrets]\n"
     "       gscodec encode OPERATION [FILE|-] [--show-secrets]\n"
+    "       gscodec check OPERATION [FILE|-] [--capacity N] [--elements-buffer BYTES]\n"
+    "       gscodec check --request OPERATION [FILE|-]\n"
     "       gscodec sample decode|encode OPERATION\n"
     "\n"
     "decode  reads a device answer (the result object deserialize receives) and prints what the\n"
@@ -33,6 +35,10 @@ constexpr char kUsage[] =
     "        --elements-buffer bytes (default: room for 64 entries of the largest kind).\n"
     "encode  reads an input record in that field-named form and prints the request parameters\n"
     "        serialize writes.\n"
+    "check   reads a device answer (or with --request an input record) like decode (encode)\n"
+    "        and prints, one per line as 'path: kind: what', what the record could not take\n"
+    "        (or the request could not send). Exit status 0 with no findings, 1 with any.\n"
+    "decode and encode print their findings on standard error.\n"
     "Without FILE the operation's embedded sample is used; '-' reads standard input.\n"
     "Passwords are shown as \"***\" unless --show-secrets is given.\n";
 
@@ -51,6 +57,7 @@ struct Arguments {
   std::vector<std::string> words;
   gsc::fields::Room room{32, kDefaultElementsBuffer};
   gsc::fields::ShowOptions show;
+  bool request = false;  // check: the input is a request record
 };
 
 uint32_t ParseCount(const std::string& option, const std::string& text, uint32_t most) {
@@ -87,6 +94,8 @@ Arguments ParseArguments(int argc, char** argv) {
         args.room.capacity = ParseCount(word, value, 4096);
       else
         args.room.elements_buffer = ParseCount(word, value, 1u << 26);
+    } else if (word == "--request") {
+      args.request = true;
     } else if (word == "--help" || word == "-h") {
       args.words = {"help"};
       return args;
@@ -220,23 +229,39 @@ int Run(const Arguments& args) {
                     words[1] == "decode" ? op.answer_sample : op.request_sample, false));
     return 0;
   }
-  if (command != "decode" && command != "encode") throw UsageError("unknown command " + command);
+  if (command != "decode" && command != "encode" && command != "check")
+    throw UsageError("unknown command " + command);
+  if (args.request && command != "check") throw UsageError("--request goes with check");
   if (words.size() < 2) throw UsageError(command + " needs an operation");
   const Operation& op = FindOperation(words[1]);
-  if (command == "decode") {
+  gsc::Report report;
+  const bool decode = command == "decode" || (command == "check" && !args.request);
+  if (decode) {
     const auto [source, text] = ReadInput(words, op.answer_sample);
-    const Json::Value answer = ParseJson(source, text, false);
-    try {
-      Print(gsc::fields::Decode(op, answer, args.room, args.show));
-    } catch (const Json::Exception& e) {
-      throw InputError(std::string("deserialize raised Json::Exception: ") + e.what());
+    const Json::Value record =
+        gsc::fields::Decode(op, ParseJson(source, text, false), args.room, args.show, &report);
+    if (command == "decode") {
+      const bool failed =
+          !report.empty() && report.findings().back().kind == gsc::FindingKind::kConversionFailed;
+      if (failed) {
+        const gsc::Finding& failure = report.findings().back();
+        throw InputError("deserialize raised Json::Exception at " +
+                         (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
+                         failure.detail);
+      }
+      Print(record);
     }
   } else {
     const auto [source, text] = ReadInput(words, op.request_sample);
-    Json::Value params = gsc::fields::Encode(op, ParseJson(source, text, true));
+    Json::Value params = gsc::fields::Encode(op, ParseJson(source, text, true), &report);
     if (!args.show.show_secrets) MaskPasswords(params);
-    Print(params);
+    if (command == "encode") Print(params);
   }
+  if (command == "check") {
+    std::cout << report.str();
+    return report.empty() ? 0 : 1;
+  }
+  std::cerr << report.str();
   return 0;
 }
 

@@ -214,16 +214,23 @@ Operation Op(const char* name, const char* request_keys, const char* answer_keys
     std::fprintf(stderr, "gscodec: the tables of %s do not match its records\n", name);
     std::abort();
   }
-  return {
-      name,
-      request_keys,
-      answer_keys,
-      &request,
-      &answer,
-      std::move(request_sample),
-      std::move(answer_sample),
-      [](const void* in, Json::Value& params) { serialize(*static_cast<const In*>(in), params); },
-      [](const Json::Value& result, void* out) { deserialize(result, *static_cast<Out*>(out)); }};
+  return {name,
+          request_keys,
+          answer_keys,
+          &request,
+          &answer,
+          std::move(request_sample),
+          std::move(answer_sample),
+          [](const void* in, Json::Value& params, gsc::Report* report) {
+            const auto& record = *static_cast<const In*>(in);
+            return report != nullptr ? serialize(record, params, *report)
+                                     : serialize(record, params);
+          },
+          [](const Json::Value& result, void* out, gsc::Report* report) {
+            auto& record = *static_cast<Out*>(out);
+            return report != nullptr ? deserialize(result, record, *report)
+                                     : deserialize(result, record);
+          }};
 }
 
 }  // namespace
@@ -304,21 +311,21 @@ const Operation* FindOperation(const std::string& name) {
   return nullptr;
 }
 
-Json::Value Encode(const Operation& op, const Json::Value& form) {
+Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* report) {
   Arena arena;
   unsigned char* record = arena.Allocate(op.request->size);
   FromJson(*op.request, form, record, arena);
   Json::Value params(Json::objectValue);
-  op.serialize(record, params);
+  op.serialize(record, params, report);
   return params;
 }
 
 Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
-                   const ShowOptions& options) {
+                   const ShowOptions& options, gsc::Report* report) {
   Arena arena;
   unsigned char* record = arena.Allocate(op.answer->size);
   Prepare(*op.answer, record, arena, room);
-  op.deserialize(result, record);
+  op.deserialize(result, record, report);
   return ToJson(*op.answer, record, options);
 }
 

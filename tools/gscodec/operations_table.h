@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "field_table.h"
+#include "guidescreen_codec/report.h"
 
 namespace gsc::fields {
 
@@ -20,8 +21,9 @@ struct Operation {
   const RecordTable* answer;   // the output record
   std::string request_sample;  // an input record in field-named form
   std::string answer_sample;   // a device answer (the result deserialize receives)
-  void (*serialize)(const void* in, Json::Value& params);
-  void (*deserialize)(const Json::Value& result, void* out);
+  // The library's pair; with a report, its reporting overloads (false: a failed conversion).
+  bool (*serialize)(const void* in, Json::Value& params, gsc::Report* report);
+  bool (*deserialize)(const Json::Value& result, void* out, gsc::Report* report);
 };
 
 // All seventeen, in the order of the library's headers. Not to be called before main starts.
@@ -31,14 +33,16 @@ const std::vector<Operation>& Operations();
 const Operation* FindOperation(const std::string& name);
 
 // The request parameters serialize writes for the input record given in field-named form.
-// Throws FieldError for a form that does not describe the record.
-Json::Value Encode(const Operation& op, const Json::Value& form);
+// Throws FieldError for a form that does not describe the record. With a report, serialize's
+// reporting overload runs and fills it.
+Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* report = nullptr);
 
 // What the caller's output record receives from `result`: the record is zero-filled and
 // prepared with `room` as a caller would, read by deserialize and shown in field-named form.
-// What JsonCpp raises for a value of the wrong type passes through.
+// What JsonCpp raises for a value of the wrong type passes through; with a report, the
+// reporting overload runs instead, and a failed conversion is its last finding.
 Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
-                   const ShowOptions& options);
+                   const ShowOptions& options, gsc::Report* report = nullptr);
 
 }  // namespace gsc::fields
 
