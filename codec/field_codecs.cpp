@@ -17,7 +17,7 @@ void PackFourInts(Json::Value& target, int32_t a, int32_t b, int32_t c, int32_t 
 }
 
 bool ParseFourInts(const Json::Value& source, int32_t& a, int32_t& b, int32_t& c, int32_t& d) {
-  Silent silent;
+  Silent silent{};
   return ReadFourInts(silent, source, "", a, b, c, d);
 }
 

@@ -435,7 +435,7 @@ template <typename Record>
 void ParseSilently(const Json::Value& json, Record* record,
                    void (*read)(const Json::Value&, Record&, Silent&)) {
   if (record == nullptr) return;
-  Silent context;
+  Silent context{};
   read(json, *record, context);
 }
 
@@ -444,7 +444,7 @@ template <typename Record>
 void PacketSilently(const Record* record, Json::Value& json,
                     void (*packet)(const Record&, const Out<Silent>&)) {
   if (record == nullptr) return;
-  Silent context;
+  Silent context{};
   packet(*record, Out<Silent>{json, context});
 }
 

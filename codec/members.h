@@ -85,8 +85,7 @@ class Members {
   static constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
 
  public:
-  Members(const Json::Value& json, Context& context) : json_(json), context_(context) {
-    for (const Json::Value*& slot : slots_) slot = nullptr;
+  Members(const Json::Value& json, Context& context) : json_(json), context_(context), slots_{} {
     if (json.isObject()) Walk();
   }
 

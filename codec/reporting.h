@@ -79,6 +79,8 @@ class Step {
   }
   Step(const Step&) = delete;
   Step& operator=(const Step&) = delete;
+  Step(Step&&) = delete;
+  Step& operator=(Step&&) = delete;
 
  private:
   Context& context_;
@@ -88,7 +90,7 @@ class Step {
 // Runs a reading or writing `body` silently, as the plain overloads do; always true.
 template <typename Body>
 bool RunSilent(Body body) {
-  Silent context;
+  Silent context{};
   body(context);
   return true;
 }

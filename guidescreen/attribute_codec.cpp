@@ -66,8 +66,8 @@ void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO
   const auto end = times.end();
   for (uint32_t i = 0; i < kSunEntries; ++i) {
     Step<C> entry(context, Segment::Index(i));
-    const Json::Value& json = element != end ? *element++ : Json::Value::nullSingleton();
-    const auto sun = MembersOf<kSunTimeKeys>(json, context);
+    const Json::Value& entryJson = element != end ? *element++ : Json::Value::nullSingleton();
+    const auto sun = MembersOf<kSunTimeKeys>(entryJson, context);
     ReadNumber(sun, "Sunrise", bright.stuTime[i].nSunrise);
     ReadNumber(sun, "Sunset", bright.stuTime[i].nSunset);
   }

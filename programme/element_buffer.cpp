@@ -55,22 +55,28 @@ constexpr ElementKind<C> KindOf() {
   return {sizeof(Record), &ParseAt<C, Record>, &PacketAt<C, Record>};
 }
 
-// Indexed by EM_ELEMENT_TYPE - 1.
+// The kinds with a record: EM_ELEMENT_TYPE 1 to 5.
+constexpr int kKindCount = 5;
+
+// The kinds' table in one context, indexed by EM_ELEMENT_TYPE - 1.
 template <typename C>
-constexpr ElementKind<C> kKinds[] = {
-    KindOf<C, tagNET_VIDEO_ELEMENT_INFO>(),   KindOf<C, tagNET_PICTURE_ELEMENT_INFO>(),
-    KindOf<C, tagNET_TEXT_ELEMENT_INFO>(),    KindOf<C, tagNET_PLACEHOLDER_ELEMENT_INFO>(),
-    KindOf<C, tagNET_CAPTURE_ELEMENT_INFO>(),
-};
-constexpr int kKindCount =
-    static_cast<int>(sizeof kKinds<codec::Silent> / sizeof kKinds<codec::Silent>[0]);
+const ElementKind<C>* KindTable() {
+  static constexpr ElementKind<C> kKinds[] = {
+      KindOf<C, tagNET_VIDEO_ELEMENT_INFO>(),   KindOf<C, tagNET_PICTURE_ELEMENT_INFO>(),
+      KindOf<C, tagNET_TEXT_ELEMENT_INFO>(),    KindOf<C, tagNET_PLACEHOLDER_ELEMENT_INFO>(),
+      KindOf<C, tagNET_CAPTURE_ELEMENT_INFO>(),
+  };
+  static_assert(sizeof kKinds / sizeof kKinds[0] == kKindCount, "one entry per kind");
+  return kKinds;
+}
 
 // The kind's entry of the table, or null for a kind without a record.
 template <typename C>
 const ElementKind<C>* FindKind(EM_ELEMENT_TYPE kind) {
   // Range-tested before subtracting: a header may hold any int, INT_MIN included.
   const int value = static_cast<int>(kind);
-  return value >= 1 && value <= kKindCount ? &kKinds<C>[value - 1] : nullptr;
+  if (value < 1 || value > kKindCount) return nullptr;
+  return KindTable<C>() + (value - 1);
 }
 
 // The header's kind is its first 4 bytes; the 128 reserved bytes after it belong to the caller.
@@ -138,7 +144,7 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
 }
 
 uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length) {
-  codec::Silent context;
+  codec::Silent context{};
   return ReadElementList(elements, buffer, length, context);
 }
 
@@ -161,7 +167,7 @@ void WriteElementList(const unsigned char* buffer, uint32_t count, const codec::
 }
 
 void WriteElementList(const unsigned char* buffer, uint32_t count, Json::Value& elements) {
-  codec::Silent context;
+  codec::Silent context{};
   WriteElementList(buffer, count, codec::Out<codec::Silent>{elements, context});
 }
 

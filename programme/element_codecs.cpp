@@ -140,17 +140,26 @@ void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO& info, const Out<C>& json) 
 }
 
 // Both contexts of every kind.
-#define GSC_ELEMENT_CODECS(Record)                                    \
-  template void ReadElement(const Json::Value&, Record&, Silent&);    \
-  template void ReadElement(const Json::Value&, Record&, Reporting&); \
-  template void PacketElement(const Record&, const Out<Silent>&);     \
-  template void PacketElement(const Record&, const Out<Reporting>&);
-GSC_ELEMENT_CODECS(tagNET_VIDEO_ELEMENT_INFO)
-GSC_ELEMENT_CODECS(tagNET_PICTURE_ELEMENT_INFO)
-GSC_ELEMENT_CODECS(tagNET_TEXT_ELEMENT_INFO)
-GSC_ELEMENT_CODECS(tagNET_PLACEHOLDER_ELEMENT_INFO)
-GSC_ELEMENT_CODECS(tagNET_CAPTURE_ELEMENT_INFO)
-#undef GSC_ELEMENT_CODECS
+template void ReadElement(const Json::Value&, tagNET_VIDEO_ELEMENT_INFO&, Silent&);
+template void ReadElement(const Json::Value&, tagNET_VIDEO_ELEMENT_INFO&, Reporting&);
+template void PacketElement(const tagNET_VIDEO_ELEMENT_INFO&, const Out<Silent>&);
+template void PacketElement(const tagNET_VIDEO_ELEMENT_INFO&, const Out<Reporting>&);
+template void ReadElement(const Json::Value&, tagNET_PICTURE_ELEMENT_INFO&, Silent&);
+template void ReadElement(const Json::Value&, tagNET_PICTURE_ELEMENT_INFO&, Reporting&);
+template void PacketElement(const tagNET_PICTURE_ELEMENT_INFO&, const Out<Silent>&);
+template void PacketElement(const tagNET_PICTURE_ELEMENT_INFO&, const Out<Reporting>&);
+template void ReadElement(const Json::Value&, tagNET_TEXT_ELEMENT_INFO&, Silent&);
+template void ReadElement(const Json::Value&, tagNET_TEXT_ELEMENT_INFO&, Reporting&);
+template void PacketElement(const tagNET_TEXT_ELEMENT_INFO&, const Out<Silent>&);
+template void PacketElement(const tagNET_TEXT_ELEMENT_INFO&, const Out<Reporting>&);
+template void ReadElement(const Json::Value&, tagNET_PLACEHOLDER_ELEMENT_INFO&, Silent&);
+template void ReadElement(const Json::Value&, tagNET_PLACEHOLDER_ELEMENT_INFO&, Reporting&);
+template void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO&, const Out<Silent>&);
+template void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO&, const Out<Reporting>&);
+template void ReadElement(const Json::Value&, tagNET_CAPTURE_ELEMENT_INFO&, Silent&);
+template void ReadElement(const Json::Value&, tagNET_CAPTURE_ELEMENT_INFO&, Reporting&);
+template void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO&, const Out<Silent>&);
+template void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO&, const Out<Reporting>&);
 
 }  // namespace gsc::programme
 
