@@ -17,12 +17,19 @@ constexpr int kThreads = 8;
 constexpr int kRounds = 12;
 
 // The request serialize writes for the operation's sample record, and the record deserialize
-// fills from its sample answer, both as text. Each call makes its own records and JSON values.
+// fills from its sample answer (into arrays of one record), both as text, with the report of the
+// reporting overloads when one is given. Each call makes its own records and JSON values.
+std::string RunOnce(const Operation& op, gsc::Report* report) {
+  const Json::Value request = gsc::fields::Encode(op, gsc::test::J(op.request_sample), report);
+  const Json::Value received = gsc::fields::Decode(op, gsc::test::J(op.answer_sample),
+                                                   gsc::fields::Room{1, 1U << 16}, {}, report);
+  return gsc::test::Compact(request) + "\n" + gsc::test::Compact(received) + "\n";
+}
+
+// Both ways, the plain overloads and the reporting ones with what their report holds.
 std::string RunOnce(const Operation& op) {
-  const Json::Value request = gsc::fields::Encode(op, gsc::test::J(op.request_sample));
-  const Json::Value received =
-      gsc::fields::Decode(op, gsc::test::J(op.answer_sample), gsc::fields::Room{}, {});
-  return gsc::test::Compact(request) + "\n" + gsc::test::Compact(received);
+  gsc::Report report;
+  return RunOnce(op, nullptr) + RunOnce(op, &report) + report.str();
 }
 
 TEST(Concurrency, EveryOperationFromManyThreadsGivesWhatOneThreadGives) {
