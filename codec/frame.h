@@ -65,6 +65,25 @@ constexpr uint32_t Capacity(const T (&/*array*/)[N]) {
 
 // ---- Reading ---------------------------------------------------------------------------------
 
+// The elements of an array in index order, as indexing reads them: an index the array does not
+// hold reads as null. (An array made in memory by assigning a later index holds no element at the
+// indexes before it, yet counts them in its size.) An iterator is used because indexing descends
+// JsonCpp's map for every element.
+class ArrayCursor {
+ public:
+  explicit ArrayCursor(const Json::Value& array) : next_(array.begin()), end_(array.end()) {}
+
+  // Element `index`; calls must ask for 0, 1, 2, ... in turn.
+  const Json::Value& At(Json::ArrayIndex index) {
+    if (next_ != end_ && next_.index() == index) return *next_++;
+    return Json::Value::nullSingleton();
+  }
+
+ private:
+  Json::Value::const_iterator next_;
+  Json::Value::const_iterator end_;
+};
+
 // A text read only when present: GetJsonString into the whole field.
 template <typename C, const auto& Table, size_t K, size_t F>
 void ReadTextIfPresent(const Members<C, Table>& object, const char (&key)[K], char (&field)[F]) {
@@ -183,11 +202,11 @@ bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32
     }
     return false;
   }
-  auto element = source.begin();
-  a = ReadInt(context, Segment::Index(0), *element);
-  b = ReadInt(context, Segment::Index(1), *++element);
-  c = ReadInt(context, Segment::Index(2), *++element);
-  d = ReadInt(context, Segment::Index(3), *++element);
+  ArrayCursor element(source);
+  a = ReadInt(context, Segment::Index(0), element.At(0));
+  b = ReadInt(context, Segment::Index(1), element.At(1));
+  c = ReadInt(context, Segment::Index(2), element.At(2));
+  d = ReadInt(context, Segment::Index(3), element.At(3));
   return true;
 }
 
@@ -275,11 +294,10 @@ void ReadArrayIfPresent(const Members<C, Table>& object, const char (&key)[K], u
   if constexpr (C::kReporting) {
     if (size > count) NoteArrayClamped(object.context(), size, count);
   }
-  // Elements are visited in order with an iterator: indexing an array descends JsonCpp's map.
-  auto element = member.begin();
-  for (uint32_t i = 0; i < count; ++i, ++element) {
+  ArrayCursor element(member);
+  for (uint32_t i = 0; i < count; ++i) {
     Step<C> entry(object.context(), Segment::Index(i));
-    read(*element, array[i]);
+    read(element.At(i), array[i]);
   }
 }
 

@@ -62,12 +62,10 @@ void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO
   if constexpr (C::kReporting) {
     if (times.size() > kSunEntries) NoteArrayClamped(context, times.size(), kSunEntries);
   }
-  auto element = times.begin();
-  const auto end = times.end();
+  ArrayCursor element(times);
   for (uint32_t i = 0; i < kSunEntries; ++i) {
     Step<C> entry(context, Segment::Index(i));
-    const Json::Value& entryJson = element != end ? *element++ : Json::Value::nullSingleton();
-    const auto sun = MembersOf<kSunTimeKeys>(entryJson, context);
+    const auto sun = MembersOf<kSunTimeKeys>(element.At(i), context);
     ReadNumber(sun, "Sunrise", bright.stuTime[i].nSunrise);
     ReadNumber(sun, "Sunset", bright.stuTime[i].nSunset);
   }

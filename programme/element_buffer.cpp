@@ -110,11 +110,9 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
   size_t used = 0;
   uint32_t stored = 0;
   size_t needed = 0;
-  // Elements are visited with an iterator: indexing an array descends JsonCpp's map.
-  const auto end = elements.end();
-  Json::ArrayIndex j = 0;
-  for (auto it = elements.begin(); it != end; ++it, ++j) {
-    const Json::Value& element = *it;
+  codec::ArrayCursor cursor(elements);
+  for (Json::ArrayIndex j = 0; j < elements.size(); ++j) {
+    const Json::Value& element = cursor.At(j);
     codec::Step<C> step(context, codec::Segment::Index(j));
     const int type =
         codec::ReadInt(context, codec::KeySegment("Type"), codec::Member(element, "Type"));

@@ -32,6 +32,16 @@ TEST(JsonRect, ParsesOnlyArraysOfExactlyFour) {
 
 constexpr auto kTimeKeys = gsc::codec::Keys("T");
 
+// An array made in memory by assigning index 3 holds no elements 1 and 2, which read as null.
+TEST(FieldArrays, IndexesAnArrayDoesNotHoldReadAsNull) {
+  Json::Value sparse;
+  sparse[0] = 1;
+  sparse[3] = 4;
+  tagNET_RECT rect{9, 9, 9, 9};
+  EXPECT_TRUE(JsonRect::parse(static_cast<const Json::Value&>(sparse), rect));
+  EXPECT_EQ(rect.nLeft * 1000 + rect.nTop * 100 + rect.nRight * 10 + rect.nBottom, 1004);
+}
+
 TEST(FieldTexts, AreReadOnlyWhenPresentAndNotNull) {
   tagNET_TIME_OF_DAY time{1, 2, 3};
   tagNET_DATE_INFO date{1, 2, 3};
