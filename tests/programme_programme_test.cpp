@@ -91,7 +91,8 @@ TEST(ElementBuffer, TypesZeroSevenTwoLieAtZero4020And4152AndWriteBackWithAHole) 
   // Read back as it stands in memory, the hole holds no element yet reads as null: Type 0.
   GuardedBytes again(20000, 4);
   EXPECT_EQ(ReadElementList(static_cast<const Json::Value&>(elements), again.data(), 20000), 3U);
-  EXPECT_STREQ(reinterpret_cast<const char*>(again.data() + 2 * 4020 + kHeader), "t");
+  const size_t videoEntry = kHeader + sizeof(tagNET_VIDEO_ELEMENT_INFO);
+  EXPECT_STREQ(reinterpret_cast<const char*>(again.data() + 2 * videoEntry + kHeader), "t");
   EXPECT_EQ(elements[0]["Type"], Json::Value(0));
   EXPECT_TRUE(elements[1].isNull());
   EXPECT_EQ(elements[2]["Name"], Json::Value("t"));
