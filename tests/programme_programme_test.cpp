@@ -21,7 +21,13 @@ using gsc::test::GuardedBytes;
 using gsc::test::J;
 using gsc::test::SetText;
 
-constexpr size_t kHeader = 132;
+constexpr size_t kHeader = sizeof(tagNET_ELEMENT_COMMON_INFO);
+// Bytes of one entry of each kind, header included, on the ABI the test is built for.
+constexpr size_t kVideoEntry = kHeader + sizeof(tagNET_VIDEO_ELEMENT_INFO);
+constexpr size_t kPictureEntry = kHeader + sizeof(tagNET_PICTURE_ELEMENT_INFO);
+constexpr size_t kTextEntry = kHeader + sizeof(tagNET_TEXT_ELEMENT_INFO);
+constexpr size_t kPlaceholderEntry = kHeader + sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO);
+constexpr size_t kCaptureEntry = kHeader + sizeof(tagNET_CAPTURE_ELEMENT_INFO);
 
 tagNET_PROGRAMME_INFO OneWindow(GuardedBytes& buffer) {
   tagNET_PROGRAMME_INFO programme = {};
@@ -58,7 +64,7 @@ class ElementBufferAlignment : public ::testing::TestWithParam<size_t> {};
 // Read at one alignment and read back at the other, every record passes through an address that
 // is 4 but not 8 aligned.
 TEST_P(ElementBufferAlignment, EveryKindIsWrittenAsReadAndReadBackByteForByte) {
-  const size_t used = 4020 + 4036 + 4628 + 3884 + 4004;
+  const size_t used = kVideoEntry + kPictureEntry + kTextEntry + kPlaceholderEntry + kCaptureEntry;
   GuardedBytes first(used, GetParam()), second(used, 4 - GetParam());
   tagNET_PROGRAMME_INFO programme = OneWindow(first), again = OneWindow(second);
   ParseProgramme(J(kProgramme), &programme);
@@ -73,17 +79,18 @@ TEST_P(ElementBufferAlignment, EveryKindIsWrittenAsReadAndReadBackByteForByte) {
 
 INSTANTIATE_TEST_SUITE_P(Offsets, ElementBufferAlignment, ::testing::Values(0, 4));
 
-TEST(ElementBuffer, TypesZeroSevenTwoLieAtZero4020And4152AndWriteBackWithAHole) {
+TEST(ElementBuffer, TypesZeroSevenTwoLieEndToEndAndWriteBackWithAHole) {
   GuardedBytes buffer(20000, 4);
-  const size_t end = 4152 + kHeader + sizeof(tagNET_TEXT_ELEMENT_INFO);
-  for (size_t header : {0, 4020, 4152}) std::memset(buffer.data() + header, 0xEE, kHeader);
+  const size_t unknownAt = kVideoEntry, textAt = kVideoEntry + kHeader, end = textAt + kTextEntry;
+  for (size_t header : {size_t{0}, unknownAt, textAt})
+    std::memset(buffer.data() + header, 0xEE, kHeader);
   buffer.data()[end] = 0xEE;
   EXPECT_EQ(3U, ReadElementList(J(R"([{"Type": 0}, {"Type": 7}, {"Type": 2, "Name": "t"}])"),
                                 buffer.data(), 20000));
-  for (size_t header : {0, 4020, 4152})
+  for (size_t header : {size_t{0}, unknownAt, textAt})
     for (size_t i = 4; i < kHeader; ++i) ASSERT_EQ(buffer.data()[header + i], 0xEE) << "reserved";
-  EXPECT_EQ(0, std::memcmp(buffer.data() + 4020, "\0\0\0", 4)) << "unknown kind stored as 0";
-  EXPECT_STREQ(reinterpret_cast<const char*>(buffer.data() + 4152 + kHeader), "t");
+  EXPECT_EQ(0, std::memcmp(buffer.data() + unknownAt, "\0\0\0", 4)) << "unknown kind stored as 0";
+  EXPECT_STREQ(reinterpret_cast<const char*>(buffer.data() + textAt + kHeader), "t");
   EXPECT_EQ(buffer.data()[end], 0xEE);
   Json::Value elements;
   WriteElementList(buffer.data(), 3, elements);
@@ -101,7 +108,8 @@ TEST(ElementBuffer, TypesZeroSevenTwoLieAtZero4020And4152AndWriteBackWithAHole) 
 TEST(ElementBuffer, ExactFitTakesNEntriesOneByteLessTakesOneFewerAndNullHoldsNone) {
   const Json::Value elements = J(R"([{"Type": 0}, {"Type": 1}, {"Type": 2}, {"Type": 3},
       {"Type": 4}, {"Type": -2147483648}, {"Type": 2147483647}, {}])");
-  const size_t entry[] = {4020, 4036, 4628, 3884, 4004, 132, 132, 4020};
+  const size_t entry[] = {kVideoEntry,   kPictureEntry, kTextEntry, kPlaceholderEntry,
+                          kCaptureEntry, kHeader,       kHeader,    kVideoEntry};
   size_t fit = 0;
   for (uint32_t n = 1; n <= 8; ++n) {
     fit += entry[n - 1];
@@ -133,10 +141,10 @@ TEST(ElementBuffer, RecordsMergeWithWhatTheBufferHeld) {
 TEST(ElementBuffer, UnknownKindsAreHeadersAloneAndWrittenAsHoles) {
   for (const int32_t kind : {0, 6, INT32_MIN, INT32_MAX}) {
     EXPECT_EQ(kHeader, ElementEntrySize(static_cast<EM_ELEMENT_TYPE>(kind))) << kind;
-    GuardedBytes buffer(2 * kHeader + 3884, 4);
+    GuardedBytes buffer(kHeader + kPlaceholderEntry + kHeader, 4);
     std::memcpy(buffer.data(), &kind, sizeof kind);
-    ReadElementList(J(R"([{"Type": 3, "Name": "p"}])"), buffer.data() + kHeader, 3884);
-    std::memcpy(buffer.data() + kHeader + 3884, &kind, sizeof kind);
+    ReadElementList(J(R"([{"Type": 3, "Name": "p"}])"), buffer.data() + kHeader, kPlaceholderEntry);
+    std::memcpy(buffer.data() + kHeader + kPlaceholderEntry, &kind, sizeof kind);
     Json::Value elements, onlyUnknown;
     WriteElementList(buffer.data(), 3, elements);
     WriteElementList(buffer.data(), 1, onlyUnknown);

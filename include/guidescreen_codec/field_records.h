@@ -19,6 +19,8 @@
 #include <stdint.h>
 #endif
 
+#include "guidescreen_codec/record_abi.h"
+
 /* Declares `enum name` with an int underlying type in C++ and a plain enumeration in C. */
 #ifdef __cplusplus
 #define GSC_ENUM(name) enum name : int
@@ -59,10 +61,11 @@ typedef struct tagNET_DATE_INFO {
 } tagNET_DATE_INFO;
 
 #ifdef __cplusplus
-static_assert(sizeof(tagNET_RECT) == 16, "tagNET_RECT layout");
-static_assert(sizeof(tagQX_COLOR_RGBA) == 16, "tagQX_COLOR_RGBA layout");
-static_assert(sizeof(tagNET_TIME_OF_DAY) == 12, "tagNET_TIME_OF_DAY layout");
-static_assert(sizeof(tagNET_DATE_INFO) == 12, "tagNET_DATE_INFO layout");
+/* Sizes on LP64, ILP32 with an 8-byte double, ILP32 with a 4-byte double (record_abi.h). */
+GSC_RECORD_SIZE(tagNET_RECT, 16, 16, 16);
+GSC_RECORD_SIZE(tagQX_COLOR_RGBA, 16, 16, 16);
+GSC_RECORD_SIZE(tagNET_TIME_OF_DAY, 12, 12, 12);
+GSC_RECORD_SIZE(tagNET_DATE_INFO, 12, 12, 12);
 #endif
 
 #endif /* GUIDESCREEN_CODEC_FIELD_RECORDS_H */

@@ -142,15 +142,21 @@ typedef struct tagNET_OUT_SET_GD_STATUS {
 } tagNET_OUT_SET_GD_STATUS;
 
 #ifdef __cplusplus
+/* Sizes on LP64, ILP32 with an 8-byte double, ILP32 with a 4-byte double (record_abi.h). */
 static_assert(sizeof(EM_GUIDESCREEN_STATUS) == 4 && sizeof(EM_GD_STATUS) == 4, "enum width");
-static_assert(sizeof(tagNET_GUIDESCREEN_TIME_INFO) == 292, "time entry layout");
-static_assert(sizeof(tagNET_GUIDESCREEN_SPLITSCREEN_INFO) == 216, "split screen layout");
-static_assert(sizeof(tagNET_GUIDESCREEN_SUN_TIME_INFO) == 40, "sun entry layout");
-static_assert(sizeof(tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO) == 492, "auto bright layout");
-static_assert(sizeof(tagNET_GUIDESCREEN_ATTRIBUTE_INFO) == 7032, "screen attribute layout");
-static_assert(sizeof(tagNET_IN_GET_GUIDESCREEN_CFG_BYID) == 68, "get-by-id request layout");
-static_assert(sizeof(tagNET_OUT_GET_GUIDESCREEN_CFG_BYID) == 7036, "get-by-id answer layout");
-static_assert(sizeof(tagNET_IN_SET_GD_STATUS) == 752, "display status request layout");
+GSC_RECORD_SIZE(tagNET_GUIDESCREEN_TIME_INFO, 292, 292, 292);
+GSC_RECORD_SIZE(tagNET_GUIDESCREEN_SPLITSCREEN_INFO, 216, 216, 216);
+GSC_RECORD_SIZE(tagNET_GUIDESCREEN_SUN_TIME_INFO, 40, 40, 40);
+GSC_RECORD_SIZE(tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO, 492, 492, 492);
+GSC_RECORD_SIZE(tagNET_GUIDESCREEN_ATTRIBUTE_INFO, 7032, 7032, 7032);
+GSC_RECORD_SIZE(tagNET_IN_SET_GUIDESCREEN_CFG, 16, 12, 12);
+GSC_RECORD_SIZE(tagNET_OUT_SET_GUIDESCREEN_CFG, 4, 4, 4);
+GSC_RECORD_SIZE(tagNET_IN_GET_GUIDESCREEN_CFG_BYID, 68, 68, 68);
+GSC_RECORD_SIZE(tagNET_OUT_GET_GUIDESCREEN_CFG_BYID, 7036, 7036, 7036);
+GSC_RECORD_SIZE(tagNET_IN_GET_ALL_GUIDESCREEN_CFG, 4, 4, 4);
+GSC_RECORD_SIZE(tagNET_OUT_GET_ALL_GUIDESCREEN_CFG, 24, 16, 16);
+GSC_RECORD_SIZE(tagNET_IN_SET_GD_STATUS, 752, 752, 752);
+GSC_RECORD_SIZE(tagNET_OUT_SET_GD_STATUS, 4, 4, 4);
 #endif
 
 #endif /* GUIDESCREEN_CODEC_GUIDESCREEN_RECORDS_H */
