@@ -19,6 +19,8 @@
 #include <stdint.h>
 #endif
 
+#include "guidescreen_codec/capacities.h"
+
 /* Declares `enum name` with an int underlying type in C++ and a plain enumeration in C. */
 #ifdef __cplusplus
 #define GSC_ENUM(name) enum name : int

@@ -16,47 +16,48 @@
 
 #include <json/value.h>
 
+#include "guidescreen_codec/export.h"
 #include "guidescreen_codec/guidescreen_records.h"
 #include "guidescreen_codec/plan_records.h"
 #include "guidescreen_codec/programme_records.h"
 
 // Guide screen configuration.
-bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out);
-bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out);
-bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out);
-bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out);
+GSC_API bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out);
+GSC_API bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out);
+GSC_API bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out);
 
 // Programmes.
-bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out);
-bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out);
-bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
-bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out);
-bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out);
-bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out);
+GSC_API bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
+GSC_API bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out);
+GSC_API bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out);
+GSC_API bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out);
 
 // Programme plans. Both add operations share the answer record tagNET_OUT_ADD_PROGRAMMEPLAN.
-bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out);
-bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out);
-bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params);
-bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out);
-bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out);
-bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out);
-bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params);
-bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out);
+GSC_API bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out);
+GSC_API bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out);
+GSC_API bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out);
+GSC_API bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out);
+GSC_API bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out);
 
 #endif  // GUIDESCREEN_CODEC_OPERATIONS_H
