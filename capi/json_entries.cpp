@@ -37,8 +37,7 @@ int Serialize(const char* name, const void* in, char* json, size_t capacity, siz
   return GSC_STATUS_OK;
 }
 
-int Deserialize(const char* name, const char* json, size_t length, void* out,
-                std::string& detail) {
+int Deserialize(const char* name, const char* json, size_t length, void* out, std::string& detail) {
   if (name == nullptr || (json == nullptr && length > 0)) return GSC_STATUS_INVALID_ARGUMENT;
   const Operation* op = FindOperation(name);
   if (op == nullptr) return GSC_STATUS_UNKNOWN_OPERATION;
@@ -57,17 +56,15 @@ extern "C" int gsc_serialize_json(const char* operation, const void* in_record, 
   if (json != nullptr && capacity > 0) json[0] = '\0';
   if (length != nullptr) *length = 0;
   std::string detail;
-  return gsc::capi::Guarded(detail, [&] {
-    return gsc::capi::Serialize(operation, in_record, json, capacity, length);
-  });
+  return gsc::capi::Guarded(
+      detail, [&] { return gsc::capi::Serialize(operation, in_record, json, capacity, length); });
 }
 
 extern "C" int gsc_deserialize_json(const char* operation, const char* json, size_t length,
                                     void* out_record, char* message, size_t message_capacity) {
   std::string detail;
-  const int status = gsc::capi::Guarded(detail, [&] {
-    return gsc::capi::Deserialize(operation, json, length, out_record, detail);
-  });
+  const int status = gsc::capi::Guarded(
+      detail, [&] { return gsc::capi::Deserialize(operation, json, length, out_record, detail); });
   gsc::capi::WriteMessage(message, message_capacity, status, detail);
   return status;
 }

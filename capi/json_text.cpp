@@ -15,7 +15,7 @@ std::string FirstError(const std::string& errors) {
   const size_t newline = errors.find('\n', start);
   if (newline == std::string::npos) return errors.substr(start);
   std::string where = errors.substr(start, newline - start);
-  if (!where.empty()) where[0] = static_cast<char>(std::tolower(where[0]));
+  for (char& c : where) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   const size_t reason = errors.find_first_not_of(' ', newline + 1);
   if (reason == std::string::npos) return where;
   const size_t end = errors.find('\n', reason);
@@ -38,7 +38,13 @@ bool ParseDocument(const char* text, size_t length, Json::Value& root, std::stri
   builder["failIfExtra"] = true;
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
   std::string errors;
-  if (reader->parse(text, text + length, &root, &errors)) return true;
+  try {
+    if (reader->parse(text, text + length, &root, &errors)) return true;
+  } catch (const Json::Exception& e) {
+    // Nesting deeper than the reader's stack limit is refused by an exception, not an error.
+    error = e.what();
+    return false;
+  }
   error = FirstError(errors);
   return false;
 }

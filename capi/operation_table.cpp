@@ -31,8 +31,8 @@ bool DeserializeInto(const Json::Value& result, void* out, std::string& failure)
 
 template <typename In, typename Out>
 constexpr Operation Op(const char* name) {
-  return {name,         sizeof(In),          alignof(In), sizeof(Out), alignof(Out),
-          &SerializeFrom<In>, &DeserializeInto<Out>};
+  return {name,         sizeof(In),         alignof(In),          sizeof(Out),
+          alignof(Out), &SerializeFrom<In>, &DeserializeInto<Out>};
 }
 
 constexpr Operation kOperations[] = {
@@ -54,8 +54,7 @@ constexpr Operation kOperations[] = {
     Op<tagNET_IN_GET_PROGRAMMEPLAN_BYID, tagNET_OUT_GET_PROGRAMMEPLAN_BYID>(
         "GET_PROGRAMMEPLAN_BYID"),
     Op<tagNET_IN_ADD_IMME_PROGRAMMEPLAN, tagNET_OUT_ADD_PROGRAMMEPLAN>("ADD_IMME_PROGRAMMEPLAN"),
-    Op<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN, tagNET_OUT_ADD_PROGRAMMEPLAN>(
-        "ADD_TIMER_PROGRAMMEPLAN"),
+    Op<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN, tagNET_OUT_ADD_PROGRAMMEPLAN>("ADD_TIMER_PROGRAMMEPLAN"),
     Op<tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>(
         "MODIFY_IMME_PROGRAMMEPLAN"),
     Op<tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>(

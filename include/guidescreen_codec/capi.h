@@ -28,15 +28,24 @@ extern "C" {
 
 /* ---- Statuses -------------------------------------------------------------------------------- */
 
+/* Success. */
 #define GSC_STATUS_OK 0
-#define GSC_STATUS_UNKNOWN_OPERATION 1 /* no operation has that name (see gsc_operation_name) */
-#define GSC_STATUS_MALFORMED_JSON 2    /* the text is not one JSON document; the message says where */
-#define GSC_STATUS_CONVERSION_FAILED 3 /* JsonCpp could not convert a value; the message says why */
-#define GSC_STATUS_BUFFER_TOO_SMALL 4  /* a buffer cannot take what was to be stored in it */
-#define GSC_STATUS_WRONG_RECORD_SIZE 5 /* the record's dwSize is not the operation's record size */
-#define GSC_STATUS_INVALID_ARGUMENT 6  /* a pointer that must be given is null, or an offset is out */
-#define GSC_STATUS_OUT_OF_MEMORY 7     /* memory for the JSON tree or text ran out */
-#define GSC_STATUS_INTERNAL_ERROR 8    /* anything else that went wrong inside the library */
+/* No operation has that name (gsc_operation_name lists them). */
+#define GSC_STATUS_UNKNOWN_OPERATION 1
+/* The text is not one JSON document; the message gives the line and column. */
+#define GSC_STATUS_MALFORMED_JSON 2
+/* JsonCpp could not convert a value to the type a field needs; the message says why. */
+#define GSC_STATUS_CONVERSION_FAILED 3
+/* A buffer cannot take what was to be stored in it. */
+#define GSC_STATUS_BUFFER_TOO_SMALL 4
+/* The record's dwSize is not the size of the operation's record. */
+#define GSC_STATUS_WRONG_RECORD_SIZE 5
+/* A pointer that must be given is null or misaligned for its record, or an offset is out. */
+#define GSC_STATUS_INVALID_ARGUMENT 6
+/* Memory for the JSON tree or text ran out. */
+#define GSC_STATUS_OUT_OF_MEMORY 7
+/* Anything else that went wrong inside the library. */
+#define GSC_STATUS_INTERNAL_ERROR 8
 
 /* A short English description of `status` ("unknown operation"); "unknown status" for a value
  * that is none of the above. The text is static. */
@@ -106,12 +115,12 @@ typedef union gsc_element_record {
 #define GSC_ELEMENT_HEADER_SIZE sizeof(tagNET_ELEMENT_COMMON_INFO)
 #define GSC_SIZE_MAX_(a, b) ((a) > (b) ? (a) : (b))
 /* The largest entry: the header and the largest record. */
-#define GSC_ELEMENT_ENTRY_MAX_SIZE                                                            \
-  (GSC_ELEMENT_HEADER_SIZE +                                                                  \
-   GSC_SIZE_MAX_(GSC_SIZE_MAX_(GSC_SIZE_MAX_(sizeof(tagNET_VIDEO_ELEMENT_INFO),               \
-                                             sizeof(tagNET_PICTURE_ELEMENT_INFO)),            \
-                               GSC_SIZE_MAX_(sizeof(tagNET_TEXT_ELEMENT_INFO),                \
-                                             sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO))),       \
+#define GSC_ELEMENT_ENTRY_MAX_SIZE                                                      \
+  (GSC_ELEMENT_HEADER_SIZE +                                                            \
+   GSC_SIZE_MAX_(GSC_SIZE_MAX_(GSC_SIZE_MAX_(sizeof(tagNET_VIDEO_ELEMENT_INFO),         \
+                                             sizeof(tagNET_PICTURE_ELEMENT_INFO)),      \
+                               GSC_SIZE_MAX_(sizeof(tagNET_TEXT_ELEMENT_INFO),          \
+                                             sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO))), \
                  sizeof(tagNET_CAPTURE_ELEMENT_INFO)))
 /* Bytes that hold any `entries` entries, whatever their kinds: a constant expression, for static
  * buffers ("static unsigned char buffer[GSC_ELEMENT_BUFFER_SIZE(8)];"). */
