@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include "arena.h"
+
 namespace gsc::fields {
 
 // How a field is stored and shown.
@@ -89,19 +91,6 @@ class FieldError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Zero-filled memory that lives as long as the arena: caller arrays and element buffers.
-class Arena {
- public:
-  // `bytes` zero bytes (at least one), aligned for any record.
-  unsigned char* Allocate(size_t bytes);
-
- private:
-  struct Free {
-    void operator()(void* p) const { std::free(p); }
-  };
-  std::vector<std::unique_ptr<void, Free>> blocks_;
-};
-
 // How ToJson shows a record.
 struct ShowOptions {
   bool show_secrets = false;
@@ -118,6 +107,23 @@ struct Room {
 // as text, arrays bounded by their counts, element buffers as entries. Reads nothing beyond the
 // counts, capacities and buffer lengths the record itself gives.
 Json::Value ToJson(const RecordTable& table, const void* record, const ShowOptions& options = {});
+
+// Takes the field-named form of a record in parts (ShowFields).
+class FieldSink {
+ public:
+  virtual ~FieldSink() = default;
+  // A field shown whole (null for a caller array without memory).
+  virtual void Field(const char* name, Json::Value value) = 0;
+  // A caller array, its records one at a time between BeginArray and EndArray.
+  virtual void BeginArray(const char* name) = 0;
+  virtual void Element(Json::Value record) = 0;
+  virtual void EndArray() = 0;
+};
+
+// ToJson in parts, for records whose caller arrays are too large to hold in one tree: the shown
+// fields in order, and each caller array's records one at a time.
+void ShowFields(const RecordTable& table, const void* record, const ShowOptions& options,
+                FieldSink& sink);
 
 // Fills the zero-filled record at `record` from its field-named form. Missing fields stay zero; a
 // count missing beside its array becomes the array's length. Caller arrays and element buffers

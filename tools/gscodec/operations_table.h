@@ -5,6 +5,7 @@
 
 #include <json/value.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -34,9 +35,18 @@ const Operation* FindOperation(const std::string& name);
 // Throws FieldError for a form that does not describe the record.
 Json::Value Encode(const Operation& op, const Json::Value& form);
 
-// What the caller's output record receives from `result`: the record is zero-filled and
-// prepared with `room` as a caller would, read by deserialize and shown in field-named form.
-// What JsonCpp raises for a value of the wrong type passes through.
+// A caller's output record as deserialize filled it, with the memory its arrays and element
+// buffers lie in.
+struct Received {
+  Arena arena;
+  unsigned char* record = nullptr;
+};
+
+// The output record of `op` zero-filled and prepared with `room` as a caller would, then read
+// from `result` by deserialize. What JsonCpp raises for a value of the wrong type passes through.
+std::unique_ptr<Received> Receive(const Operation& op, const Json::Value& result, const Room& room);
+
+// What the caller's output record receives from `result` (Receive), in field-named form.
 Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
                    const ShowOptions& options);
 
