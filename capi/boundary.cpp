@@ -1,5 +1,6 @@
 #include "capi/boundary.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace gsc::capi {
@@ -14,14 +15,14 @@ bool Append(char* out, size_t capacity, size_t* used, const char* text) {
   const size_t size = std::strlen(text);
   const size_t room = capacity - 1 - *used;
   if (size <= room) {
-    std::memcpy(out + *used, text, size);
+    std::copy_n(text, size, out + *used);
     *used += size;
     return true;
   }
   // Give back the continuation bytes of a character cut in two, and its lead byte.
   size_t cut = room;
   while (cut > 0 && IsUtf8Continuation(text[cut])) --cut;
-  std::memcpy(out + *used, text, cut);
+  std::copy_n(text, cut, out + *used);
   *used += cut;
   return false;
 }

@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "field_access.h"
 #include "guidescreen_codec/capi.h"
 
 namespace gsc::fields {
@@ -22,38 +23,6 @@ const Field* RecordTable::Find(const std::string& name) const {
 }
 
 namespace {
-
-using Bytes = unsigned char*;
-using ConstBytes = const unsigned char*;
-
-template <typename T>
-T Load(ConstBytes at) {
-  T value;
-  std::memcpy(&value, at, sizeof value);
-  return value;
-}
-template <typename T>
-void Store(Bytes at, T value) {
-  std::memcpy(at, &value, sizeof value);
-}
-
-// The unsigned field `name` of the record at `record`, as a count or a capacity.
-uint32_t Number(const RecordTable& table, ConstBytes record, const char* name) {
-  const Field* f = table.Find(name);
-  return f ? Load<uint32_t>(record + f->offset) : 0;
-}
-void SetNumber(const RecordTable& table, Bytes record, const char* name, uint32_t value) {
-  if (const Field* f = table.Find(name)) Store(record + f->offset, value);
-}
-
-const RecordTable* VariantOf(const RecordTable& header, int tag) {
-  for (const Variant& v : *header.variants)
-    if (v.tag == tag) return v.record;
-  return nullptr;
-}
-int TagOf(const RecordTable& header, ConstBytes entry) {
-  return Load<int32_t>(entry + header.fields.front().offset);
-}
 
 // ---- Record -> JSON --------------------------------------------------------------------------
 
@@ -293,56 +262,35 @@ void Fill(const RecordTable& table, const Json::Value& form, Bytes record, Arena
 
 }  // namespace
 
-void ShowFields(const RecordTable& table, const void* record, const ShowOptions& options,
-                FieldSink& sink) {
+Json::Value ToJson(const RecordTable& table, const void* record, const ShowOptions& options) {
   const auto bytes = static_cast<ConstBytes>(record);
+  Json::Value json(Json::objectValue);
   for (const Field& f : table.fields) {
     if (f.kind == Kind::kHidden || f.kind == Kind::kSize) continue;
     ConstBytes at = bytes + f.offset;
+    // Names are the tables' literals, so JsonCpp need not copy them.
+    Json::Value& shown = json[Json::StaticString(f.name)];
     if (f.kind == Kind::kCallerArray || f.kind == Kind::kElements) {
       const auto pointer = Load<ConstBytes>(at);
       const uint32_t count = Number(table, bytes, f.count);
       const uint32_t limit = f.limit ? Number(table, bytes, f.limit) : count;
-      if (!pointer) {
-        sink.Field(f.name, Json::Value());
-      } else if (f.kind == Kind::kElements) {
-        sink.Field(f.name, ShowElements(*f.record, pointer, count, limit, options));
-      } else {
-        sink.BeginArray(f.name);
-        for (uint32_t i = 0; i < std::min(count, limit); ++i)
-          sink.Element(ToJson(*f.record, pointer + size_t{i} * f.record->size, options));
-        sink.EndArray();
+      if (!pointer) continue;  // shown as null
+      if (f.kind == Kind::kElements) {
+        shown = ShowElements(*f.record, pointer, count, limit, options);
+        continue;
       }
+      shown = Json::Value(Json::arrayValue);
+      for (uint32_t i = 0; i < std::min(count, limit); ++i)
+        shown.append(ToJson(*f.record, pointer + size_t{i} * f.record->size, options));
     } else if (f.extent == 1 && !f.count) {
-      sink.Field(f.name, ShowValue(f, at, options));
+      shown = ShowValue(f, at, options);
     } else {
-      Json::Value shown(Json::arrayValue);
+      shown = Json::Value(Json::arrayValue);
       const uint32_t n = f.count ? std::min(Number(table, bytes, f.count), f.extent) : f.extent;
       for (uint32_t i = 0; i < n; ++i) shown.append(ShowValue(f, at + i * f.size, options));
-      sink.Field(f.name, std::move(shown));
     }
   }
-}
-
-Json::Value ToJson(const RecordTable& table, const void* record, const ShowOptions& options) {
-  // Builds the whole tree: every field a member, every caller array an array member.
-  class Tree : public FieldSink {
-   public:
-    // Names are the tables' literals, so JsonCpp need not copy them.
-    void Field(const char* name, Json::Value value) override {
-      json[Json::StaticString(name)] = std::move(value);
-    }
-    void BeginArray(const char* name) override {
-      array = &json[Json::StaticString(name)];
-      *array = Json::Value(Json::arrayValue);
-    }
-    void Element(Json::Value record) override { array->append(std::move(record)); }
-    void EndArray() override { array = nullptr; }
-    Json::Value json{Json::objectValue};
-    Json::Value* array = nullptr;
-  } tree;
-  ShowFields(table, record, options, tree);
-  return tree.json;
+  return json;
 }
 
 void FromJson(const RecordTable& table, const Json::Value& form, void* record, Arena& arena) {

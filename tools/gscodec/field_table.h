@@ -108,23 +108,6 @@ struct Room {
 // counts, capacities and buffer lengths the record itself gives.
 Json::Value ToJson(const RecordTable& table, const void* record, const ShowOptions& options = {});
 
-// Takes the field-named form of a record in parts (ShowFields).
-class FieldSink {
- public:
-  virtual ~FieldSink() = default;
-  // A field shown whole (null for a caller array without memory).
-  virtual void Field(const char* name, Json::Value value) = 0;
-  // A caller array, its records one at a time between BeginArray and EndArray.
-  virtual void BeginArray(const char* name) = 0;
-  virtual void Element(Json::Value record) = 0;
-  virtual void EndArray() = 0;
-};
-
-// ToJson in parts, for records whose caller arrays are too large to hold in one tree: the shown
-// fields in order, and each caller array's records one at a time.
-void ShowFields(const RecordTable& table, const void* record, const ShowOptions& options,
-                FieldSink& sink);
-
 // Fills the zero-filled record at `record` from its field-named form. Missing fields stay zero; a
 // count missing beside its array becomes the array's length. Caller arrays and element buffers
 // are allocated from `arena` and laid out here (entries end to end, headers of 132 bytes).

@@ -7,9 +7,6 @@
 namespace gsc::fields {
 namespace {
 
-constexpr size_t kLineWidth = 96;
-constexpr size_t kFlushAt = 1 << 16;
-
 // The escape JSON needs for byte `c` of a text, or nullptr: quotes, backslashes and control
 // characters; every other byte, UTF-8 included, is written as it is.
 const char* Escape(unsigned char c, char (&scratch)[8]) {
@@ -33,18 +30,6 @@ const char* Escape(unsigned char c, char (&scratch)[8]) {
       std::snprintf(scratch, sizeof scratch, "\\u%04x", c);
       return scratch;
   }
-}
-
-void AppendQuoted(std::string& out, const char* text, size_t size) {
-  out += '"';
-  char scratch[8];
-  for (size_t i = 0; i < size; ++i) {
-    if (const char* escape = Escape(static_cast<unsigned char>(text[i]), scratch))
-      out += escape;
-    else
-      out += text[i];
-  }
-  out += '"';
 }
 
 size_t QuotedLength(const char* text, size_t size) {
@@ -169,6 +154,18 @@ void AppendPrinted(std::string& out, const Json::Value& value, size_t indent) {
 
 }  // namespace
 
+void AppendQuoted(std::string& out, const char* text, size_t size) {
+  out += '"';
+  char scratch[8];
+  for (size_t i = 0; i < size; ++i) {
+    if (const char* escape = Escape(static_cast<unsigned char>(text[i]), scratch))
+      out += escape;
+    else
+      out += text[i];
+  }
+  out += '"';
+}
+
 std::string PrintedJson(const Json::Value& value) {
   std::string text;
   AppendPrinted(text, value, 0);
@@ -179,54 +176,6 @@ std::string PrintedJson(const Json::Value& value) {
 void PrintJson(std::FILE* out, const Json::Value& value) {
   const std::string text = PrintedJson(value);
   std::fwrite(text.data(), 1, text.size(), out);
-}
-
-RecordPrinter::~RecordPrinter() {
-  Finish();
-}
-
-void RecordPrinter::Member(const char* name) {
-  text_ += first_member_ ? "{\n  " : ",\n  ";
-  first_member_ = false;
-  AppendQuoted(text_, name, std::strlen(name));
-  text_ += ": ";
-}
-
-void RecordPrinter::Flush() {
-  std::fwrite(text_.data(), 1, text_.size(), out_);
-  text_.clear();
-}
-
-void RecordPrinter::Field(const char* name, Json::Value value) {
-  Member(name);
-  AppendPrinted(text_, value, 2);
-  if (text_.size() >= kFlushAt) Flush();
-}
-
-void RecordPrinter::BeginArray(const char* name) {
-  Member(name);
-  first_element_ = true;
-}
-
-// A record of a caller array never fits on a line, so the array is printed as AppendPrinted
-// prints it, one record after another, without knowing in advance how many come; an empty one
-// stays "[]".
-void RecordPrinter::Element(Json::Value record) {
-  text_ += first_element_ ? "[\n    " : ",\n    ";
-  first_element_ = false;
-  AppendPrinted(text_, record, 4);
-  if (text_.size() >= kFlushAt) Flush();
-}
-
-void RecordPrinter::EndArray() {
-  text_ += first_element_ ? "[]" : "\n  ]";
-}
-
-void RecordPrinter::Finish() {
-  if (finished_) return;
-  finished_ = true;
-  text_ += first_member_ ? "{}\n" : "\n}\n";
-  Flush();
 }
 
 }  // namespace gsc::fields

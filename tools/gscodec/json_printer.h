@@ -10,8 +10,6 @@
 #include <cstdio>
 #include <string>
 
-#include "field_table.h"
-
 namespace gsc::fields {
 
 // `value` as text, ending in a newline.
@@ -20,33 +18,12 @@ std::string PrintedJson(const Json::Value& value);
 // Prints `value` followed by a newline to `out`.
 void PrintJson(std::FILE* out, const Json::Value& value);
 
-// Prints the field-named form of a record without holding its whole tree: the record's own fields
-// in declaration order, one per line, each value as PrintJson prints it, and a caller array's
-// records formatted and written one at a time.
-class RecordPrinter : public FieldSink {
- public:
-  explicit RecordPrinter(std::FILE* out) : out_(out) {}
-  RecordPrinter(const RecordPrinter&) = delete;
-  RecordPrinter& operator=(const RecordPrinter&) = delete;
-  ~RecordPrinter() override;
+// Appends `size` bytes of text to `out` as a JSON string: quoted, with quotes, backslashes and
+// control characters escaped and every other byte as it is.
+void AppendQuoted(std::string& out, const char* text, size_t size);
 
-  void Field(const char* name, Json::Value value) override;
-  void BeginArray(const char* name) override;
-  void Element(Json::Value record) override;
-  void EndArray() override;
-  // Closes the record's object; nothing is written after it.
-  void Finish();
-
- private:
-  void Member(const char* name);
-  void Flush();
-
-  std::FILE* out_;
-  std::string text_;
-  bool first_member_ = true;
-  bool first_element_ = true;
-  bool finished_ = false;
-};
+// The line width within which an object or array stays on one line.
+constexpr size_t kLineWidth = 96;
 
 }  // namespace gsc::fields
 

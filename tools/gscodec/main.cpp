@@ -1,6 +1,7 @@
 // gscodec: shows what deserialize puts into a caller's record for a device answer, and what
 // serialize sends for an input record written in field-named JSON.
 #include <json/json.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -17,6 +18,7 @@
 #include "json_printer.h"
 #include "operation_names.h"
 #include "operations_table.h"
+#include "record_text.h"
 
 namespace {
 
@@ -121,9 +123,14 @@ const Operation& FindOperation(const std::string& name) {
   throw UsageError(message);
 }
 
-// All of `stream`; `what` names it in an error.
+// All of `stream`; `what` names it in an error. A regular file is read in one piece.
 std::string ReadAll(std::FILE* stream, const std::string& what) {
   std::string text;
+  struct stat status {};
+  if (fstat(fileno(stream), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+    text.resize(static_cast<size_t>(status.st_size));
+    text.resize(std::fread(&text[0], 1, text.size(), stream));
+  }
   char chunk[1 << 16];
   size_t n = 0;
   while ((n = std::fread(chunk, 1, sizeof chunk, stream)) > 0) text.append(chunk, n);
@@ -217,7 +224,7 @@ LeftToExit& KeptUntilExit() {
 }
 
 // Reads the answer into the caller's record and prints it. The answer's text is let go once
-// parsed, and a caller array's records are printed one at a time.
+// parsed, and the record is printed straight from its bytes.
 void Decode(const Operation& op, Input input, const Arguments& args) {
   LeftToExit& kept = KeptUntilExit();
   kept.answer = std::make_unique<Json::Value>(ParseJson(input.source, input.text, false));
@@ -227,9 +234,7 @@ void Decode(const Operation& op, Input input, const Arguments& args) {
   } catch (const Json::Exception& e) {
     throw InputError(std::string("deserialize raised Json::Exception: ") + e.what());
   }
-  gsc::fields::RecordPrinter printer(stdout);
-  gsc::fields::ShowFields(*op.answer, kept.received->record, args.show, printer);
-  printer.Finish();
+  gsc::fields::PrintRecord(stdout, *op.answer, kept.received->record, args.show);
 }
 
 int Run(const Arguments& args) {
