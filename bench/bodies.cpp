@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+
+#include "guidescreen_codec/capi.h"
 
 namespace gsc::bench {
 namespace {
@@ -41,24 +44,26 @@ void FillCommon(Element& element, int seed) {
   }
 }
 
+// Appends one entry to the window's buffer through the library, as a caller lays it out.
 template <typename Element>
-size_t PutEntry(unsigned char* at, EM_ELEMENT_TYPE kind, const Element& element) {
-  tagNET_ELEMENT_COMMON_INFO header{};
-  header.emElementType = kind;
-  std::memcpy(at, &header, sizeof header);
-  std::memcpy(at + sizeof header, &element, sizeof element);
-  return sizeof header + sizeof element;
+void AppendEntry(std::vector<unsigned char>& buffer, uint32_t& used, EM_ELEMENT_TYPE kind,
+                 const Element& element) {
+  if (gsc_element_append(buffer.data(), static_cast<uint32_t>(buffer.size()), &used, kind,
+                         &element) != GSC_STATUS_OK) {
+    std::fprintf(stderr, "bench: element buffer too small\n");
+    std::abort();
+  }
 }
 
-// Lays one element of the kind `seed` selects at `at`; returns the bytes it takes.
-size_t PutElement(unsigned char* at, int seed) {
+// Appends one element of the kind `seed` selects.
+void PutElement(std::vector<unsigned char>& buffer, uint32_t& used, int seed) {
   switch (seed % 5) {
     case 0: {
       auto element = std::make_unique<tagNET_VIDEO_ELEMENT_INFO>();
       FillCommon(*element, seed);
       SetText(element->szPath, "/media/video/clip-%04d.mp4", seed);
       element->nPlayCount = 3;
-      return PutEntry(at, EM_ELEMENT_TYPE_VIDEO, *element);
+      return AppendEntry(buffer, used, EM_ELEMENT_TYPE_VIDEO, *element);
     }
     case 1: {
       auto element = std::make_unique<tagNET_PICTURE_ELEMENT_INFO>();
@@ -70,18 +75,18 @@ size_t PutElement(unsigned char* at, int seed) {
       element->nStayTime = 8;
       element->emEnterStyle = EM_ENTER_STYLE_JSON_1;
       element->emExitStyle = EM_EXIT_STYLE_JSON_2;
-      return PutEntry(at, EM_ELEMENT_TYPE_PICTURE, *element);
+      return AppendEntry(buffer, used, EM_ELEMENT_TYPE_PICTURE, *element);
     }
     case 2: {
       auto element = std::make_unique<tagNET_TEXT_ELEMENT_INFO>();
       FillCommon(*element, seed);
       FillTextBlock(element->stuText, seed);
-      return PutEntry(at, EM_ELEMENT_TYPE_TEXT, *element);
+      return AppendEntry(buffer, used, EM_ELEMENT_TYPE_TEXT, *element);
     }
     case 3: {
       auto element = std::make_unique<tagNET_PLACEHOLDER_ELEMENT_INFO>();
       FillCommon(*element, seed);
-      return PutEntry(at, EM_ELEMENT_TYPE_PLACEHOLDER, *element);
+      return AppendEntry(buffer, used, EM_ELEMENT_TYPE_PLACEHOLDER, *element);
     }
     default: {
       auto element = std::make_unique<tagNET_CAPTURE_ELEMENT_INFO>();
@@ -93,16 +98,10 @@ size_t PutElement(unsigned char* at, int seed) {
       element->nChannel = static_cast<uint32_t>(seed % 16);
       element->emCaptureType = EM_CAPTURE_TYPE_JSON_0;
       element->nPlayTime = 60;
-      return PutEntry(at, EM_ELEMENT_TYPE_CAPTURE, *element);
+      return AppendEntry(buffer, used, EM_ELEMENT_TYPE_CAPTURE, *element);
     }
   }
 }
-
-constexpr size_t kLargestEntry =
-    sizeof(tagNET_ELEMENT_COMMON_INFO) +
-    std::max({sizeof(tagNET_VIDEO_ELEMENT_INFO), sizeof(tagNET_PICTURE_ELEMENT_INFO),
-              sizeof(tagNET_TEXT_ELEMENT_INFO), sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO),
-              sizeof(tagNET_CAPTURE_ELEMENT_INFO)});
 
 Json::Value Parsed(const Json::Value& written) {
   return FromText(ToText(written));
@@ -111,7 +110,7 @@ Json::Value Parsed(const Json::Value& written) {
 }  // namespace
 
 size_t ElementBufferSize(uint32_t elements) {
-  return kLargestEntry * elements;
+  return gsc_element_buffer_size(elements);
 }
 
 void FillProgramme(tagNET_PROGRAMME_INFO& programme, int seed, uint32_t windows, uint32_t elements,
@@ -134,10 +133,9 @@ void FillProgramme(tagNET_PROGRAMME_INFO& programme, int seed, uint32_t windows,
     window.nTourPeriodTime = 15;
     buffers.emplace_back(ElementBufferSize(elements));
     std::vector<unsigned char>& buffer = buffers.back();
-    size_t used = 0;
-    for (uint32_t e = 0; e < elements; ++e) {
-      used += PutElement(buffer.data() + used, windowSeed * 8 + static_cast<int>(e));
-    }
+    uint32_t used = 0;
+    for (uint32_t e = 0; e < elements; ++e)
+      PutElement(buffer, used, windowSeed * 8 + static_cast<int>(e));
     window.nElementsNum = elements;
     window.pElementsBuf = buffer.data();
     window.nElementsBufLen = static_cast<uint32_t>(buffer.size());

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 
+#include "guidescreen_codec/export.h"
+
 // Copies the text of `value` into `dest`, a field of `len` bytes: at most len - 1 bytes of text
 // and always a terminator within the field. Nothing is written when `dest` is null or `len` < 1.
 //
@@ -15,12 +17,12 @@
 //   null, array, object  an empty text (never throws).
 // With `utf8` true (every codec passes true) the text is taken as UTF-8 and a cut never splits a
 // multi-byte character, so valid UTF-8 stays valid; with false the text is cut at the byte.
-void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8);
+GSC_API void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8);
 
 // Makes `value` a JSON string holding the zero-terminated `text` (a null `text` gives "").
 // The bytes are stored unchanged: with `utf8` true (every codec passes true) the caller's texts
 // are UTF-8 already, and with false they are carried as opaque bytes.
-void SetJsonString(Json::Value& value, const char* text, bool utf8);
+GSC_API void SetJsonString(Json::Value& value, const char* text, bool utf8);
 
 namespace gsc::codec {
 

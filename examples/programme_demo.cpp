@@ -9,95 +9,76 @@
 
 namespace {
 
-constexpr size_t kHeaderSize = sizeof(tagNET_ELEMENT_COMMON_INFO);
-
 // Element buffers are packed, so a record may sit on an address that is 4 but not 8 aligned:
-// entries are copied in and out, never used in place.
+// entries are appended and read back through the library's element buffer functions (capi.h),
+// which copy them in and out.
 class ElementWriter {
  public:
-  ElementWriter(uint8_t* buffer, size_t length) : buffer_(buffer), length_(length) {}
+  ElementWriter(uint8_t* buffer, uint32_t length) : buffer_(buffer), length_(length) {}
 
   template <typename Record>
   bool Add(EM_ELEMENT_TYPE kind, const Record& record) {
-    if (length_ - used_ < kHeaderSize + sizeof record) return false;
-    tagNET_ELEMENT_COMMON_INFO header = {};
-    header.emElementType = kind;
-    std::memcpy(buffer_ + used_, &header, sizeof header);
-    std::memcpy(buffer_ + used_ + kHeaderSize, &record, sizeof record);
-    used_ += kHeaderSize + sizeof record;
+    if (gsc_element_append(buffer_, length_, &used_, kind, &record) != GSC_STATUS_OK) return false;
     ++count_;
     return true;
   }
   uint32_t count() const { return count_; }
+  uint32_t used() const { return used_; }
 
  private:
   uint8_t* buffer_;
-  size_t length_;
-  size_t used_ = 0;
+  uint32_t length_;
+  uint32_t used_ = 0;
   uint32_t count_ = 0;
 };
 
-template <typename Record>
-Record Load(const uint8_t* at) {
-  Record record;
-  std::memcpy(&record, at, sizeof record);
-  return record;
-}
-
-// Prints a window's entries, walking from header to header by each one's kind.
+// Prints a window's entries, each copied out of the buffer by gsc_element_next.
 void PrintElements(const tagNET_PROGRAMME_WINDOW_INFO& window) {
-  const uint8_t* at = window.pElementsBuf;
+  uint32_t offset = 0;
   for (uint32_t j = 0; j < window.nElementsNum; ++j) {
-    EM_ELEMENT_TYPE kind;
-    std::memcpy(&kind, at, sizeof kind);
-    const uint8_t* record = at + kHeaderSize;
-    size_t size = 0;
+    EM_ELEMENT_TYPE kind = EM_ELEMENT_TYPE_UNKNOWN;
+    static gsc_element_record record;
+    if (gsc_element_next(window.pElementsBuf, window.nElementsBufLen, &offset, &kind, &record,
+                         sizeof record) != GSC_STATUS_OK)
+      break;
     switch (kind) {
       case EM_ELEMENT_TYPE_VIDEO: {
-        const auto video = Load<tagNET_VIDEO_ELEMENT_INFO>(record);
+        const tagNET_VIDEO_ELEMENT_INFO& video = record.stuVideo;
         std::printf("      video \"%s\": %s, played %u times\n", video.szName, video.szPath,
                     video.nPlayCount);
-        size = sizeof video;
         break;
       }
       case EM_ELEMENT_TYPE_PICTURE: {
-        const auto picture = Load<tagNET_PICTURE_ELEMENT_INFO>(record);
+        const tagNET_PICTURE_ELEMENT_INFO& picture = record.stuPicture;
         std::printf("      picture \"%s\": %s, stays %u, effects %d/%d\n", picture.szName,
                     picture.szPath, picture.nStayTime, static_cast<int>(picture.emEnterStyle),
                     static_cast<int>(picture.emExitStyle));
-        size = sizeof picture;
         break;
       }
       case EM_ELEMENT_TYPE_TEXT: {
-        const auto text = Load<tagNET_TEXT_ELEMENT_INFO>(record);
+        const tagNET_TEXT_ELEMENT_INFO& text = record.stuText;
         std::printf("      text \"%s\": \"%s\", size %u, %u note(s)\n", text.szName,
                     text.stuText.szContent, text.stuText.nFontSize, text.nNoteNum);
-        for (uint32_t n = 0; n < text.nNoteNum && n < 4; ++n) {
+        for (uint32_t n = 0; n < text.nNoteNum && n < GSC_MAX_NOTES; ++n) {
           std::printf("        note: \"%s\"\n", text.stuNote[n].stuNoteInfo.szContent);
         }
-        size = sizeof text;
         break;
       }
-      case EM_ELEMENT_TYPE_PLACEHOLDER: {
-        const auto placeholder = Load<tagNET_PLACEHOLDER_ELEMENT_INFO>(record);
-        std::printf("      placeholder \"%s\", filler %d\n", placeholder.szName,
-                    placeholder.bFillerState);
-        size = sizeof placeholder;
+      case EM_ELEMENT_TYPE_PLACEHOLDER:
+        std::printf("      placeholder \"%s\", filler %d\n", record.stuPlaceHolder.szName,
+                    record.stuPlaceHolder.bFillerState);
         break;
-      }
       case EM_ELEMENT_TYPE_CAPTURE: {
-        const auto capture = Load<tagNET_CAPTURE_ELEMENT_INFO>(record);
+        const tagNET_CAPTURE_ELEMENT_INFO& capture = record.stuCapture;
         std::printf("      capture \"%s\": %s:%u channel %u, type %d\n", capture.szName,
                     capture.szIP, capture.nPort, capture.nChannel,
                     static_cast<int>(capture.emCaptureType));
-        size = sizeof capture;
         break;
       }
       default:
         std::printf("      (element of unknown kind)\n");
         break;
     }
-    at += kHeaderSize + size;
   }
 }
 
@@ -106,7 +87,7 @@ void PrintProgramme(const tagNET_PROGRAMME_INFO& programme) {
   std::printf("  programme \"%s\" (%s), enabled %d, \"%s\", %u window(s)\n",
               programme.szProgrammeName, programme.szProgrammeID, programme.bEnable,
               ordinary.szDescription, ordinary.nWindowsNum);
-  for (uint32_t i = 0; i < ordinary.nWindowsNum && i < 16; ++i) {
+  for (uint32_t i = 0; i < ordinary.nWindowsNum && i < GSC_MAX_WINDOWS; ++i) {
     const tagNET_PROGRAMME_WINDOW_INFO& window = ordinary.stuWindows[i];
     std::printf("    window \"%s\": volume %d, tour period %d (%u s), %u element(s)\n",
                 window.szWinID, window.nVolume, static_cast<int>(window.emTourPeriod),
@@ -116,8 +97,9 @@ void PrintProgramme(const tagNET_PROGRAMME_INFO& programme) {
 }
 
 void AddProgramme() {
-  static uint8_t media[16384];
-  static uint8_t info[16384];
+  // Room for the entries each window gets, whatever their kinds.
+  static uint8_t media[GSC_ELEMENT_BUFFER_SIZE(2)];
+  static uint8_t info[GSC_ELEMENT_BUFFER_SIZE(3)];
   static tagNET_IN_ADD_ONE_PROGRAMME in = {};
   in.dwSize = sizeof in;
   tagNET_PROGRAMME_INFO& programme = in.stuInfo;
@@ -147,6 +129,7 @@ void AddProgramme() {
   leftElements.Add(EM_ELEMENT_TYPE_PICTURE, picture);
   left.pElementsBuf = media;
   left.nElementsNum = leftElements.count();
+  left.nElementsBufLen = leftElements.used();
 
   tagNET_PROGRAMME_WINDOW_INFO& right = programme.stuOrdinary.stuWindows[1];
   std::strcpy(right.szWinID, "info");
@@ -179,6 +162,7 @@ void AddProgramme() {
   rightElements.Add(EM_ELEMENT_TYPE_CAPTURE, capture);
   right.pElementsBuf = info;
   right.nElementsNum = rightElements.count();
+  right.nElementsBufLen = rightElements.used();
 
   Json::Value params(Json::objectValue);
   serialize(in, params);
@@ -230,7 +214,7 @@ void GetProgrammeById() {
   PrintJson("GET_PROGRAMME_BYID answer", answer);
 
   // The caller gives every window an element buffer before reading; the reader fills it.
-  static uint8_t buffers[2][16384];
+  static uint8_t buffers[2][GSC_ELEMENT_BUFFER_SIZE(8)];
   static tagNET_OUT_GET_PROGRAMME_BYID out = {};
   out.dwSize = sizeof out;
   for (int i = 0; i < 2; ++i) {

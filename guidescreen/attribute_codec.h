@@ -5,13 +5,15 @@
 #include <json/value.h>
 
 #include "codec/frame.h"
+#include "guidescreen_codec/export.h"
 #include "guidescreen_codec/guidescreen_records.h"
 
 // Merges the attribute object `json` into `*info`; does nothing for a null `info`. Always set:
 // emStatus (0 unless "Status" is 0 or 1) and the six picture and size numbers (missing reads 0).
 // Kept when missing: the ID, the forever-open flag, the opening times, the split screens and the
 // automatic brightness. Arrays are clamped to 8 opening times, 32 play dates and 16 split screens.
-void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO* info);
+GSC_API void ParseGuidScreenAttribute(const Json::Value& json,
+                                      tagNET_GUIDESCREEN_ATTRIBUTE_INFO* info);
 
 namespace gsc::guidescreen {
 
@@ -26,7 +28,8 @@ void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBU
 template <typename Context>
 void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
                                const codec::Out<Context>& json);
-void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, Json::Value& json);
+GSC_API void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
+                                       Json::Value& json);
 
 }  // namespace gsc::guidescreen
 

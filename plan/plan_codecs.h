@@ -7,27 +7,28 @@
 #include <json/value.h>
 
 #include "codec/frame.h"
+#include "guidescreen_codec/export.h"
 #include "guidescreen_codec/plan_records.h"
 
 // Merges the immediate plan object `plan` into `*info`; does nothing for a null `info`. Texts are
 // read only when present; a present "Immediately" always sets bEnable and nPlayTime (missing
 // members read as false and 0). "PlanType" is not looked at.
-void ParseImmePlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO* info);
+GSC_API void ParseImmePlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO* info);
 
 // Writes every member of `*info` into `plan` (created by non-const access, so `plan` may start
 // null), with "PlanType" 0. Does nothing for a null `info`. Texts never read past their field.
-void PacketImmePlan(const tagNET_IMMEDIATELY_PLAN_INFO* info, Json::Value& plan);
+GSC_API void PacketImmePlan(const tagNET_IMMEDIATELY_PLAN_INFO* info, Json::Value& plan);
 
 // Merges the timer plan object `plan` into `*info`; does nothing for a null `info`. Without a
 // "Timer" member only the three plan texts are read, not even the plan-level "ReviewOpinion".
 // With one, both enumerations and bOverdue are always set; play dates and programmes are read
 // only from arrays (at most 32 each), dates and times only when present. "PlanType" is not read.
-void ParseTimerPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO* info);
+GSC_API void ParseTimerPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO* info);
 
 // Writes `*info` into `plan` with "PlanType" 1 and "ReviewOpinion" beside "Timer". Empty play
 // date and programme lists travel as null members; at most 32 of each are sent; an enumeration
 // of 0 is left out. Does nothing for a null `info`.
-void PacketTimerPlan(const tagNET_TIMER_PLAN_INFO* info, Json::Value& plan);
+GSC_API void PacketTimerPlan(const tagNET_TIMER_PLAN_INFO* info, Json::Value& plan);
 
 namespace gsc::plan {
 

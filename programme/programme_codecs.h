@@ -10,6 +10,7 @@
 #include <json/value.h>
 
 #include "codec/frame.h"
+#include "guidescreen_codec/export.h"
 #include "guidescreen_codec/programme_records.h"
 
 // ---- Text block and note ---------------------------------------------------------------------
@@ -17,18 +18,18 @@
 // Merges a text block object into `*info`; nothing for a null `info`. Content, colour and style
 // are kept when missing; the five numbers are always set (missing reads 0) and so are the four
 // enumerations (missing reads JSON 0, stored 1; out of range stores 0).
-void ParseText(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO* info);
+GSC_API void ParseText(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO* info);
 
 // Writes a text block object; nothing for a null `info`. Every member but the four enumerations
 // is always written; an enumeration stored as 0 is left out, any other value v goes as v - 1.
-void PacketText(const tagNET_GUIDESCREEN_TEXT_INFO* info, Json::Value& json);
+GSC_API void PacketText(const tagNET_GUIDESCREEN_TEXT_INFO* info, Json::Value& json);
 
 // Merges ONE note object into `*info`; nothing for a null `info`. "Enable", "NoteRect" and
 // "NoteInfo" are each read only when present, so a missing "NoteInfo" keeps the whole text block.
-void ParseNotes(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO* info);
+GSC_API void ParseNotes(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO* info);
 
 // Writes ONE note object with "Enable", "NoteRect" and "NoteInfo" always; nothing for null.
-void PacketNotes(const tagNET_GUIDESCREEN_NOTE_INFO* info, Json::Value& json);
+GSC_API void PacketNotes(const tagNET_GUIDESCREEN_NOTE_INFO* info, Json::Value& json);
 
 // ---- Elements --------------------------------------------------------------------------------
 //
@@ -42,26 +43,28 @@ void PacketNotes(const tagNET_GUIDESCREEN_NOTE_INFO* info, Json::Value& json);
 // "Note" with min(nNoteNum, 4) notes, or no "Note" at all when that is 0.
 
 // "Video": "Path" kept when missing; "PlayCount" always set.
-void ParseVideoElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO* info);
-void PacketVideoElement(const tagNET_VIDEO_ELEMENT_INFO* info, Json::Value& json);
+GSC_API void ParseVideoElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO* info);
+GSC_API void PacketVideoElement(const tagNET_VIDEO_ELEMENT_INFO* info, Json::Value& json);
 
 // "Picture": "Path" kept when missing; the four numbers always set; the two effects always set
 // (missing reads 1) and written only when not 0.
-void ParsePictureElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO* info);
-void PacketPictureElement(const tagNET_PICTURE_ELEMENT_INFO* info, Json::Value& json);
+GSC_API void ParsePictureElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO* info);
+GSC_API void PacketPictureElement(const tagNET_PICTURE_ELEMENT_INFO* info, Json::Value& json);
 
 // "Text" is read even when missing, as ParseText reads a null value: numbers 0, enumerations 1.
-void ParseTextElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO* info);
-void PacketTextElement(const tagNET_TEXT_ELEMENT_INFO* info, Json::Value& json);
+GSC_API void ParseTextElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO* info);
+GSC_API void PacketTextElement(const tagNET_TEXT_ELEMENT_INFO* info, Json::Value& json);
 
 // Nothing beyond the common fields and the note list.
-void ParsePlaceHolderElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO* info);
-void PacketPlaceHolderElement(const tagNET_PLACEHOLDER_ELEMENT_INFO* info, Json::Value& json);
+GSC_API void ParsePlaceHolderElement(const Json::Value& json,
+                                     tagNET_PLACEHOLDER_ELEMENT_INFO* info);
+GSC_API void PacketPlaceHolderElement(const tagNET_PLACEHOLDER_ELEMENT_INFO* info,
+                                      Json::Value& json);
 
 // "DeviceInfo": the three texts kept when missing; port, channel and play time always set;
 // "CaptureType" always set (missing reads 1) and written only when not 0.
-void ParseCaptureElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO* info);
-void PacketCaptureElement(const tagNET_CAPTURE_ELEMENT_INFO* info, Json::Value& json);
+GSC_API void ParseCaptureElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO* info);
+GSC_API void PacketCaptureElement(const tagNET_CAPTURE_ELEMENT_INFO* info, Json::Value& json);
 
 // ---- Programme -------------------------------------------------------------------------------
 
@@ -71,13 +74,13 @@ void PacketCaptureElement(const tagNET_CAPTURE_ELEMENT_INFO* info, Json::Value& 
 // "TourPeriod" are always set ("TourPeriod" missing reads 1), "TourPeriodTime" only with period 3.
 // An "Elements" array is laid into the window's own pElementsBuf, never past nElementsBufLen (a
 // null buffer counts as empty), and replaces nElementsNum; neither buffer field is changed.
-void ParseProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO* info);
+GSC_API void ParseProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO* info);
 
 // Writes a programme object; nothing for a null `info`. "ProgrammeType" is always 0. "Windows"
 // is null without windows, and a window's "Elements" null without entries. The element buffer
 // is walked for nElementsNum entries as their headers describe (nElementsBufLen is not looked
 // at); an entry of unknown kind leaves a null hole at its index.
-void PacketPragramme(const tagNET_PROGRAMME_INFO* info, Json::Value& json);
+GSC_API void PacketPragramme(const tagNET_PROGRAMME_INFO* info, Json::Value& json);
 
 // ---- The same codecs in either context -------------------------------------------------------
 //

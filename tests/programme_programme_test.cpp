@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "guidescreen_codec/capi.h"
 #include "guidescreen_codec/operations.h"
 #include "programme/element_buffer.h"
 #include "programme/programme_codecs.h"
@@ -132,19 +133,30 @@ TEST(ElementBuffer, RecordsMergeWithWhatTheBufferHeld) {
   GuardedBytes buffer(5000, 4);
   ReadElementList(J(R"([{"Video": {"Path": "/old.mp4", "PlayCount": 8}}])"), buffer.data(), 5000);
   ReadElementList(J(R"([{"Name": "new"}])"), buffer.data(), 5000);
-  tagNET_VIDEO_ELEMENT_INFO video;
-  std::memcpy(&video, buffer.data() + kHeader, sizeof video);
-  EXPECT_EQ(std::string(video.szName) + video.szPath, "new/old.mp4");
-  EXPECT_EQ(video.nPlayCount, 0U);
+  gsc_element_record entry;
+  uint32_t offset = 0;
+  EM_ELEMENT_TYPE kind = EM_ELEMENT_TYPE_UNKNOWN;
+  ASSERT_EQ(gsc_element_next(buffer.data(), 5000, &offset, &kind, &entry, sizeof entry), 0);
+  EXPECT_EQ(kind, EM_ELEMENT_TYPE_VIDEO);
+  EXPECT_EQ(std::string(entry.stuVideo.szName) + entry.stuVideo.szPath, "new/old.mp4");
+  EXPECT_EQ(entry.stuVideo.nPlayCount, 0U);
 }
 
 TEST(ElementBuffer, UnknownKindsAreHeadersAloneAndWrittenAsHoles) {
   for (const int32_t kind : {0, 6, INT32_MIN, INT32_MAX}) {
     EXPECT_EQ(kHeader, ElementEntrySize(static_cast<EM_ELEMENT_TYPE>(kind))) << kind;
-    GuardedBytes buffer(kHeader + kPlaceholderEntry + kHeader, 4);
-    std::memcpy(buffer.data(), &kind, sizeof kind);
-    ReadElementList(J(R"([{"Type": 3, "Name": "p"}])"), buffer.data() + kHeader, kPlaceholderEntry);
-    std::memcpy(buffer.data() + kHeader + kPlaceholderEntry, &kind, sizeof kind);
+    const auto length = static_cast<uint32_t>(kHeader + kPlaceholderEntry + kHeader);
+    GuardedBytes buffer(length, 4);
+    tagNET_PLACEHOLDER_ELEMENT_INFO placeholder = {};
+    SetText(placeholder.szName, "p");
+    uint32_t used = 0;
+    const auto unknown = static_cast<EM_ELEMENT_TYPE>(kind);
+    ASSERT_EQ(gsc_element_append(buffer.data(), length, &used, unknown, nullptr), 0);
+    ASSERT_EQ(
+        gsc_element_append(buffer.data(), length, &used, EM_ELEMENT_TYPE_PLACEHOLDER, &placeholder),
+        0);
+    ASSERT_EQ(gsc_element_append(buffer.data(), length, &used, unknown, nullptr), 0);
+    EXPECT_EQ(used, length);
     Json::Value elements, onlyUnknown;
     WriteElementList(buffer.data(), 3, elements);
     WriteElementList(buffer.data(), 1, onlyUnknown);

@@ -222,14 +222,16 @@ TEST(FieldTables, EncodeLaysOutElementEntriesEndToEnd) {
             kVideoAt + kHeader + sizeof(tagNET_VIDEO_ELEMENT_INFO) + kHeader);
   EXPECT_EQ(reinterpret_cast<uintptr_t>(window.pElementsBuf + kHeader) % 8, 4u);
 
-  int32_t kinds[3];
-  std::memcpy(&kinds[0], window.pElementsBuf, 4);
-  std::memcpy(&kinds[1], window.pElementsBuf + kVideoAt, 4);
-  std::memcpy(&kinds[2],
-              window.pElementsBuf + kVideoAt + kHeader + sizeof(tagNET_VIDEO_ELEMENT_INFO), 4);
+  EM_ELEMENT_TYPE kinds[3] = {};
+  uint32_t offset = 0;
+  for (EM_ELEMENT_TYPE& kind : kinds)
+    ASSERT_EQ(
+        gsc_element_next(window.pElementsBuf, window.nElementsBufLen, &offset, &kind, nullptr, 0),
+        GSC_STATUS_OK);
   EXPECT_EQ(kinds[0], EM_ELEMENT_TYPE_TEXT);
   EXPECT_EQ(kinds[1], EM_ELEMENT_TYPE_VIDEO);
   EXPECT_EQ(kinds[2], EM_ELEMENT_TYPE_UNKNOWN);
+  EXPECT_EQ(offset, window.nElementsBufLen);
 
   const Json::Value elements = Encode(op, form)["info"]["Ordinary"]["Windows"][0]["Elements"];
   EXPECT_EQ(Compact(elements[0]["Text"]["Content"]), R"("9-17")");

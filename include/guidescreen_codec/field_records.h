@@ -19,6 +19,7 @@
 #include <stdint.h>
 #endif
 
+#include "guidescreen_codec/capacities.h"
 #include "guidescreen_codec/record_abi.h"
 
 /* Declares `enum name` with an int underlying type in C++ and a plain enumeration in C. */

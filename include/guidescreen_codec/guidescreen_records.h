@@ -32,20 +32,20 @@ typedef GSC_ENUM(EM_GD_STATUS){
 
 /* One opening-time entry of a screen ("Time" element). */
 typedef struct tagNET_GUIDESCREEN_TIME_INFO {
-  bool bEnable;                        /* "Enable" */
-  EM_GUIDESCREEN_DATE_TYPE emDateType; /* "DateType" */
-  uint32_t nPlayDatesNum;              /* length of "PlayDates", 0 to 32 */
-  uint32_t nPlayDates[32];             /* "PlayDates" */
-  tagNET_TIME_OF_DAY stuOpenTime;      /* "OpenTime" */
-  tagNET_TIME_OF_DAY stuCloseTime;     /* "CloseTime" */
+  bool bEnable;                            /* "Enable" */
+  EM_GUIDESCREEN_DATE_TYPE emDateType;     /* "DateType" */
+  uint32_t nPlayDatesNum;                  /* length of "PlayDates", 0 to 32 */
+  uint32_t nPlayDates[GSC_MAX_PLAY_DATES]; /* "PlayDates" */
+  tagNET_TIME_OF_DAY stuOpenTime;          /* "OpenTime" */
+  tagNET_TIME_OF_DAY stuCloseTime;         /* "CloseTime" */
   uint8_t byReserved[128];
 } tagNET_GUIDESCREEN_TIME_INFO;
 
 /* One split screen ("SplitScreenList" element). */
 typedef struct tagNET_GUIDESCREEN_SPLITSCREEN_INFO {
-  char szScreenId[64];         /* "ScreenId" */
-  tagNET_RECT stuRect;         /* "Rect" */
-  uint32_t nChildScreenBright; /* "ChildScreenBright" */
+  char szScreenId[GSC_NAME_SIZE]; /* "ScreenId" */
+  tagNET_RECT stuRect;            /* "Rect" */
+  uint32_t nChildScreenBright;    /* "ChildScreenBright" */
   uint8_t byReserved[132];
 } tagNET_GUIDESCREEN_SPLITSCREEN_INFO;
 
@@ -58,29 +58,30 @@ typedef struct tagNET_GUIDESCREEN_SUN_TIME_INFO {
 
 /* Automatic brightness ("AutoBright"); all twelve sun entries are always valid. */
 typedef struct tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO {
-  bool bEnable;                                 /* "Enable" */
-  uint32_t nLightBright;                        /* "LightBright" */
-  uint32_t nDarkBright;                         /* "DarkBright" */
-  tagNET_GUIDESCREEN_SUN_TIME_INFO stuTime[12]; /* "Time" */
+  bool bEnable;                                                 /* "Enable" */
+  uint32_t nLightBright;                                        /* "LightBright" */
+  uint32_t nDarkBright;                                         /* "DarkBright" */
+  tagNET_GUIDESCREEN_SUN_TIME_INFO stuTime[GSC_SUN_TIME_COUNT]; /* "Time" */
 } tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO;
 
 /* The configuration of one guide screen. */
 typedef struct tagNET_GUIDESCREEN_ATTRIBUTE_INFO {
-  uint32_t dwSize;                         /* set by the caller; never touched */
-  char szID[64];                           /* "ID" */
-  EM_GUIDESCREEN_STATUS emStatus;          /* "Status" */
-  bool bIsForeverOpen;                     /* "IsForeverOpen" */
-  uint32_t nTimeNum;                       /* length of "Time", 0 to 8 */
-  tagNET_GUIDESCREEN_TIME_INFO stuTime[8]; /* "Time" */
-  uint32_t nBright;                        /* "Bright" */
-  uint32_t nContrast;                      /* "Contrast" */
-  uint32_t nSaturation;                    /* "Saturation" */
-  uint32_t nVolume;                        /* "Volume" */
-  uint32_t nWidth;                         /* "Width" */
-  uint32_t nHeight;                        /* "Height" */
-  uint32_t nSplitScreenListNum;            /* length of "SplitScreenList", 0 to 16 */
-  tagNET_GUIDESCREEN_SPLITSCREEN_INFO stuSplitScreenList[16]; /* "SplitScreenList" */
-  tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO stuAutoBright;          /* "AutoBright" */
+  uint32_t dwSize;                                            /* set by the caller; never touched */
+  char szID[GSC_NAME_SIZE];                                   /* "ID" */
+  EM_GUIDESCREEN_STATUS emStatus;                             /* "Status" */
+  bool bIsForeverOpen;                                        /* "IsForeverOpen" */
+  uint32_t nTimeNum;                                          /* length of "Time", 0 to 8 */
+  tagNET_GUIDESCREEN_TIME_INFO stuTime[GSC_MAX_SCREEN_TIMES]; /* "Time" */
+  uint32_t nBright;                                           /* "Bright" */
+  uint32_t nContrast;                                         /* "Contrast" */
+  uint32_t nSaturation;                                       /* "Saturation" */
+  uint32_t nVolume;                                           /* "Volume" */
+  uint32_t nWidth;                                            /* "Width" */
+  uint32_t nHeight;                                           /* "Height" */
+  uint32_t nSplitScreenListNum; /* length of "SplitScreenList", 0 to 16 */
+  tagNET_GUIDESCREEN_SPLITSCREEN_INFO
+      stuSplitScreenList[GSC_MAX_SPLIT_SCREENS];     /* "SplitScreenList" */
+  tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO stuAutoBright; /* "AutoBright" */
   uint8_t byReserved[640];
 } tagNET_GUIDESCREEN_ATTRIBUTE_INFO;
 
@@ -101,7 +102,7 @@ typedef struct tagNET_OUT_SET_GUIDESCREEN_CFG {
  * an identifier that fills all 64 bytes without a terminator is sent whole. */
 typedef struct tagNET_IN_GET_GUIDESCREEN_CFG_BYID {
   uint32_t dwSize;
-  char szScreenID[64]; /* "ScreenID" */
+  char szScreenID[GSC_NAME_SIZE]; /* "ScreenID" */
 } tagNET_IN_GET_GUIDESCREEN_CFG_BYID;
 
 /* The answer of GET_GUIDESCREEN_CFG_BYID: the screen read into stuInfo, merged. */
@@ -131,9 +132,9 @@ typedef struct tagNET_OUT_GET_ALL_GUIDESCREEN_CFG {
  * state nobody asked for, so the request keeps this conservative, literal behaviour.) */
 typedef struct tagNET_IN_SET_GD_STATUS {
   uint32_t dwSize;
-  char szScreenId[64];        /* "ScreenId" */
-  uint32_t nGDNum;            /* "GDNum", at most 170 are sent */
-  EM_GD_STATUS emStatus[170]; /* "Status" */
+  char szScreenId[GSC_NAME_SIZE];               /* "ScreenId" */
+  uint32_t nGDNum;                              /* "GDNum", at most 170 are sent */
+  EM_GD_STATUS emStatus[GSC_MAX_DISPLAY_UNITS]; /* "Status" */
 } tagNET_IN_SET_GD_STATUS;
 
 /* The answer of SET_GD_STATUS: nothing is read into it. */

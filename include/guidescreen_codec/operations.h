@@ -16,110 +16,122 @@
 //
 // Guarantees for any JSON a device sends: no byte is written past a caller's array capacity, a
 // text field or an element buffer, and a text always ends up terminated within its field. What
-// JsonCpp throws for a value of the wrong type (Json::Exception) passes to the caller untouched;
-// the output record may then be partly filled. No state is kept: calls on different records and
-// JSON values may run concurrently.
+// JsonCpp throws for a value of the wrong type (Json::Exception) passes through the plain
+// overloads untouched; the output record may then be partly filled. No state is kept: calls on
+// different records and JSON values may run concurrently.
 #ifndef GUIDESCREEN_CODEC_OPERATIONS_H
 #define GUIDESCREEN_CODEC_OPERATIONS_H
 
 #include <json/value.h>
 
+#include "guidescreen_codec/export.h"
 #include "guidescreen_codec/guidescreen_records.h"
 #include "guidescreen_codec/plan_records.h"
 #include "guidescreen_codec/programme_records.h"
 #include "guidescreen_codec/report.h"
 
 // Guide screen configuration.
-bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params);
-bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params);
-bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out, gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_SET_GUIDESCREEN_CFG& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params, gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_SET_GD_STATUS& out,
+                         gsc::Report& report);
 
 // Programmes.
-bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params);
-bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out, gsc::Report& report);
-bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params);
-bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params);
-bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out, gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_ONE_PROGRAMME& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMES& out,
+                         gsc::Report& report);
 
 // Programme plans. Both add operations share the answer record tagNET_OUT_ADD_PROGRAMMEPLAN.
-bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params);
-bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params);
-bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params,
-               gsc::Report& report);
-bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
-bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out, gsc::Report& report);
-bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params);
-bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
-bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params,
-               gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out,
-                 gsc::Report& report);
-bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params);
-bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params, gsc::Report& report);
-bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out);
-bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out,
-                 gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_ALL_PROGRAMMEPLANS& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_ADD_TIMER_PROGRAMMEPLAN& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out,
+                         gsc::Report& report);
+GSC_API bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params);
+GSC_API bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params,
+                       gsc::Report& report);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out);
+GSC_API bool deserialize(const Json::Value& result, tagNET_OUT_DEL_PROGRAMMEPLANS& out,
+                         gsc::Report& report);
 
 #endif  // GUIDESCREEN_CODEC_OPERATIONS_H

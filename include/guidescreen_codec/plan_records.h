@@ -30,41 +30,41 @@ typedef GSC_ENUM(EM_PLAN_REVIEW_STATE){
 
 /* An immediate plan: one programme played at once on a split screen. */
 typedef struct tagNET_IMMEDIATELY_PLAN_INFO {
-  char szPlanName[64];      /* "PlanName" */
-  char szPlanID[64];        /* "PlanID" */
-  char szSplitScreenID[64]; /* "SplitScreenID" */
-  bool bEnable;             /* "Immediately"."Enable" */
-  uint32_t nPlayTime;       /* "Immediately"."PlayTime": written unsigned, read as a signed int */
-  char szProgrammeName[64]; /* "Immediately"."ProgrammeName" */
-  char szProgrammeID[64];   /* "Immediately"."ProgrammeID" */
+  char szPlanName[GSC_NAME_SIZE];      /* "PlanName" */
+  char szPlanID[GSC_NAME_SIZE];        /* "PlanID" */
+  char szSplitScreenID[GSC_NAME_SIZE]; /* "SplitScreenID" */
+  bool bEnable;                        /* "Immediately"."Enable" */
+  uint32_t nPlayTime; /* "Immediately"."PlayTime": written unsigned, read as a signed int */
+  char szProgrammeName[GSC_NAME_SIZE]; /* "Immediately"."ProgrammeName" */
+  char szProgrammeID[GSC_NAME_SIZE];   /* "Immediately"."ProgrammeID" */
   uint8_t byReserved[512];
 } tagNET_IMMEDIATELY_PLAN_INFO;
 
 /* One programme of a timer plan ("Timer"."Programmes" element). */
 typedef struct tagNET_PLAN_PROGRAMME_INFO {
-  char szProgrammeName[64];        /* "ProgrammeName" */
-  char szProgrammeID[64];          /* "ProgrammeID" */
-  bool bIsBgProgramme;             /* "IsBgProgramme" */
-  tagNET_TIME_OF_DAY stuStartTime; /* "StartTime" */
-  tagNET_TIME_OF_DAY stuEndTime;   /* "EndTime" */
+  char szProgrammeName[GSC_NAME_SIZE]; /* "ProgrammeName" */
+  char szProgrammeID[GSC_NAME_SIZE];   /* "ProgrammeID" */
+  bool bIsBgProgramme;                 /* "IsBgProgramme" */
+  tagNET_TIME_OF_DAY stuStartTime;     /* "StartTime" */
+  tagNET_TIME_OF_DAY stuEndTime;       /* "EndTime" */
   uint8_t byReserved[128];
 } tagNET_PLAN_PROGRAMME_INFO;
 
 /* A timer plan: programmes scheduled by time of day over play dates and a date range. */
 typedef struct tagNET_TIMER_PLAN_INFO {
-  char szPlanName[64];                          /* "PlanName" */
-  char szPlanID[64];                            /* "PlanID" */
-  char szSplitScreenID[64];                     /* "SplitScreenID" */
-  EM_PLAN_PERIOD_TYPE emPeriodType;             /* "Timer"."PeriodType" */
-  uint32_t nPlayDatesNum;                       /* length of "Timer"."PlayDates", at most 32 */
-  uint32_t nPlayDates[32];                      /* "Timer"."PlayDates" */
-  tagNET_DATE_INFO stuPlayStartDate;            /* "Timer"."CustomPlayDate"."PlayStartDate" */
-  tagNET_DATE_INFO stuPlayEndDate;              /* "Timer"."CustomPlayDate"."PlayEndDate" */
-  EM_PLAN_REVIEW_STATE emReviewState;           /* "Timer"."ReviewState" */
-  char szReviewOpinion[64];                     /* "ReviewOpinion", beside "Timer" */
-  bool bOverdue;                                /* "Timer"."Overdue" */
-  uint32_t nProgrammesNum;                      /* length of "Timer"."Programmes", at most 32 */
-  tagNET_PLAN_PROGRAMME_INFO stuProgrammes[32]; /* "Timer"."Programmes" */
+  char szPlanName[GSC_NAME_SIZE];                /* "PlanName" */
+  char szPlanID[GSC_NAME_SIZE];                  /* "PlanID" */
+  char szSplitScreenID[GSC_NAME_SIZE];           /* "SplitScreenID" */
+  EM_PLAN_PERIOD_TYPE emPeriodType;              /* "Timer"."PeriodType" */
+  uint32_t nPlayDatesNum;                        /* length of "Timer"."PlayDates", at most 32 */
+  uint32_t nPlayDates[GSC_MAX_PLAY_DATES];       /* "Timer"."PlayDates" */
+  tagNET_DATE_INFO stuPlayStartDate;             /* "Timer"."CustomPlayDate"."PlayStartDate" */
+  tagNET_DATE_INFO stuPlayEndDate;               /* "Timer"."CustomPlayDate"."PlayEndDate" */
+  EM_PLAN_REVIEW_STATE emReviewState;            /* "Timer"."ReviewState" */
+  char szReviewOpinion[GSC_REVIEW_OPINION_SIZE]; /* "ReviewOpinion", beside "Timer" */
+  bool bOverdue;                                 /* "Timer"."Overdue" */
+  uint32_t nProgrammesNum;                       /* length of "Timer"."Programmes", at most 32 */
+  tagNET_PLAN_PROGRAMME_INFO stuProgrammes[GSC_MAX_PLAN_PROGRAMMES]; /* "Timer"."Programmes" */
   uint8_t byReserved[512];
 } tagNET_TIMER_PLAN_INFO;
 
@@ -87,7 +87,7 @@ typedef struct tagNET_OUT_GET_ALL_PROGRAMMEPLANS {
 /* GET_PROGRAMMEPLAN_BYID: the plan asked for, sent as "ProgrammePlanID". */
 typedef struct tagNET_IN_GET_PROGRAMMEPLAN_BYID {
   uint32_t dwSize;
-  char szProgrammePlanID[64]; /* "ProgrammePlanID" */
+  char szProgrammePlanID[GSC_NAME_SIZE]; /* "ProgrammePlanID" */
 } tagNET_IN_GET_PROGRAMMEPLAN_BYID;
 
 /* emPlanType is always set and says which slot was filled; the other slot is left untouched. */
@@ -113,7 +113,7 @@ typedef struct tagNET_IN_ADD_TIMER_PROGRAMMEPLAN {
 /* The answer of both add operations. */
 typedef struct tagNET_OUT_ADD_PROGRAMMEPLAN {
   uint32_t dwSize;
-  char szProgrammePlanID[64]; /* "ProgrammePlanID" of the new plan */
+  char szProgrammePlanID[GSC_NAME_SIZE]; /* "ProgrammePlanID" of the new plan */
 } tagNET_OUT_ADD_PROGRAMMEPLAN;
 
 /* The plan's own szPlanID names the plan to modify; it is sent twice. */
@@ -142,7 +142,7 @@ typedef struct tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN {
 typedef struct tagNET_IN_DEL_PROGRAMMEPLANS {
   uint32_t dwSize;
   uint32_t nProgrammePlanIDListNum;
-  char szProgrammePlanIDList[32][64]; /* "ProgrammePlanIDList" */
+  char szProgrammePlanIDList[GSC_MAX_PLAN_IDS][GSC_NAME_SIZE]; /* "ProgrammePlanIDList" */
 } tagNET_IN_DEL_PROGRAMMEPLANS;
 
 /* The answer of DEL_PROGRAMMEPLANS: nothing is read into it. */

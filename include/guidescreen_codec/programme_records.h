@@ -68,18 +68,18 @@ typedef GSC_ENUM(EM_PROGRAMME_TYPE){
 
 /* A run of formatted text: the body of a text element and of every note. */
 typedef struct tagNET_GUIDESCREEN_TEXT_INFO {
-  char szContent[512];                /* "Content" */
-  uint32_t nFontSize;                 /* "FontSize" */
-  tagQX_COLOR_RGBA stuFontColor;      /* "FontColor" */
-  char szFontStyle[32];               /* "FontStyle" */
-  double dbLineHeight;                /* "LineHeight" */
-  EM_TEXT_HORI_ALIGN emTextHoriAlign; /* "TextHoriAlign" */
-  EM_TEXT_VERT_ALIGN emTextVertAlign; /* "TextVertAlign" */
-  uint32_t nPlayTime;                 /* "PlayTime" */
-  uint32_t nPlayCount;                /* "PlayCount" */
-  uint32_t nStayTime;                 /* "StayTime" */
-  EM_ENTER_STYLE emEnterStyle;        /* "EnterStyle" */
-  EM_EXIT_STYLE emExitStyle;          /* "ExitStyle" */
+  char szContent[GSC_CONTENT_SIZE];      /* "Content" */
+  uint32_t nFontSize;                    /* "FontSize" */
+  tagQX_COLOR_RGBA stuFontColor;         /* "FontColor" */
+  char szFontStyle[GSC_FONT_STYLE_SIZE]; /* "FontStyle" */
+  double dbLineHeight;                   /* "LineHeight" */
+  EM_TEXT_HORI_ALIGN emTextHoriAlign;    /* "TextHoriAlign" */
+  EM_TEXT_VERT_ALIGN emTextVertAlign;    /* "TextVertAlign" */
+  uint32_t nPlayTime;                    /* "PlayTime" */
+  uint32_t nPlayCount;                   /* "PlayCount" */
+  uint32_t nStayTime;                    /* "StayTime" */
+  EM_ENTER_STYLE emEnterStyle;           /* "EnterStyle" */
+  EM_EXIT_STYLE emExitStyle;             /* "ExitStyle" */
   uint8_t byReserved[128];
 } tagNET_GUIDESCREEN_TEXT_INFO;
 
@@ -96,20 +96,20 @@ typedef struct tagNET_GUIDESCREEN_NOTE_INFO {
 
 /* A video element ("Type" 0). */
 typedef struct tagNET_VIDEO_ELEMENT_INFO {
-  char szName[64];                         /* "Name" */
-  bool bFillerState;                       /* "FillerState" */
-  char szPath[128];                        /* "Video"."Path" */
-  uint32_t nPlayCount;                     /* "Video"."PlayCount" */
-  uint32_t nNoteNum;                       /* length of "Note", 0 to 4 */
-  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4]; /* "Note" */
+  char szName[GSC_NAME_SIZE];                          /* "Name" */
+  bool bFillerState;                                   /* "FillerState" */
+  char szPath[GSC_PATH_SIZE];                          /* "Video"."Path" */
+  uint32_t nPlayCount;                                 /* "Video"."PlayCount" */
+  uint32_t nNoteNum;                                   /* length of "Note", 0 to 4 */
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[GSC_MAX_NOTES]; /* "Note" */
   uint8_t byReserved[128];
 } tagNET_VIDEO_ELEMENT_INFO;
 
 /* A picture element ("Type" 1). */
 typedef struct tagNET_PICTURE_ELEMENT_INFO {
-  char szName[64];             /* "Name" */
+  char szName[GSC_NAME_SIZE];  /* "Name" */
   bool bFillerState;           /* "FillerState" */
-  char szPath[128];            /* "Picture"."Path" */
+  char szPath[GSC_PATH_SIZE];  /* "Picture"."Path" */
   uint32_t nPlayTime;          /* "Picture"."PlayTime" */
   uint32_t nPlayCount;         /* "Picture"."PlayCount" */
   uint32_t nDiaphaneity;       /* "Picture"."Diaphaneity" */
@@ -117,42 +117,42 @@ typedef struct tagNET_PICTURE_ELEMENT_INFO {
   EM_ENTER_STYLE emEnterStyle; /* "Picture"."EnterStyle" */
   EM_EXIT_STYLE emExitStyle;   /* "Picture"."ExitStyle" */
   uint32_t nNoteNum;
-  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[GSC_MAX_NOTES];
   uint8_t byReserved[128];
 } tagNET_PICTURE_ELEMENT_INFO;
 
 /* A text element ("Type" 2): one text block and its notes. */
 typedef struct tagNET_TEXT_ELEMENT_INFO {
-  char szName[64];                      /* "Name" */
+  char szName[GSC_NAME_SIZE];           /* "Name" */
   bool bFillerState;                    /* "FillerState" */
   tagNET_GUIDESCREEN_TEXT_INFO stuText; /* "Text" */
   uint32_t nNoteNum;
-  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[GSC_MAX_NOTES];
   uint8_t byReserved[128];
 } tagNET_TEXT_ELEMENT_INFO;
 
 /* A placeholder element ("Type" 3): the common fields and notes only. */
 typedef struct tagNET_PLACEHOLDER_ELEMENT_INFO {
-  char szName[64];   /* "Name" */
-  bool bFillerState; /* "FillerState" */
+  char szName[GSC_NAME_SIZE]; /* "Name" */
+  bool bFillerState;          /* "FillerState" */
   uint32_t nNoteNum;
-  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[GSC_MAX_NOTES];
   uint8_t byReserved[128];
 } tagNET_PLACEHOLDER_ELEMENT_INFO;
 
 /* A capture element; the password travels as plain text like every other string. */
 typedef struct tagNET_CAPTURE_ELEMENT_INFO {
-  char szName[64];               /* "Name" */
-  bool bFillerState;             /* "FillerState" */
-  char szUserName[32];           /* "DeviceInfo"."UserName" */
-  char szPassword[32];           /* "DeviceInfo"."Password" */
-  char szIP[40];                 /* "DeviceInfo"."IP" */
-  uint32_t nPort;                /* "DeviceInfo"."Port", any 32-bit value is carried */
-  uint32_t nChannel;             /* "DeviceInfo"."Channel" */
-  EM_CAPTURE_TYPE emCaptureType; /* "DeviceInfo"."CaptureType" */
-  uint32_t nPlayTime;            /* "DeviceInfo"."PlayTime" */
+  char szName[GSC_NAME_SIZE];          /* "Name" */
+  bool bFillerState;                   /* "FillerState" */
+  char szUserName[GSC_USER_NAME_SIZE]; /* "DeviceInfo"."UserName" */
+  char szPassword[GSC_PASSWORD_SIZE];  /* "DeviceInfo"."Password" */
+  char szIP[GSC_IP_SIZE];              /* "DeviceInfo"."IP" */
+  uint32_t nPort;                      /* "DeviceInfo"."Port", any 32-bit value is carried */
+  uint32_t nChannel;                   /* "DeviceInfo"."Channel" */
+  EM_CAPTURE_TYPE emCaptureType;       /* "DeviceInfo"."CaptureType" */
+  uint32_t nPlayTime;                  /* "DeviceInfo"."PlayTime" */
   uint32_t nNoteNum;
-  tagNET_GUIDESCREEN_NOTE_INFO stuNote[4];
+  tagNET_GUIDESCREEN_NOTE_INFO stuNote[GSC_MAX_NOTES];
   uint8_t byReserved[128];
 } tagNET_CAPTURE_ELEMENT_INFO;
 
@@ -169,7 +169,7 @@ typedef struct tagNET_ELEMENT_COMMON_INFO {
  * the reader never writes past nElementsBufLen bytes. Before writing, the caller lays
  * nElementsNum entries into pElementsBuf. */
 typedef struct tagNET_PROGRAMME_WINDOW_INFO {
-  char szWinID[64];                    /* "WinID" */
+  char szWinID[GSC_NAME_SIZE];         /* "WinID" */
   int32_t nVolume;                     /* "Volume" */
   tagQX_COLOR_RGBA stuBackgroundColor; /* "BackgroundColor" */
   uint32_t nDiaphaneity;               /* "Diaphaneity" */
@@ -184,16 +184,16 @@ typedef struct tagNET_PROGRAMME_WINDOW_INFO {
 
 /* The content of an ordinary programme ("Ordinary"). */
 typedef struct tagNET_ORDINARY_PROGRAMME_INFO {
-  bool bTempletState;                          /* "TempletState" */
-  char szDescription[128];                     /* "Description" */
-  uint32_t nWindowsNum;                        /* length of "Windows", at most 16 */
-  tagNET_PROGRAMME_WINDOW_INFO stuWindows[16]; /* "Windows" */
+  bool bTempletState;                                       /* "TempletState" */
+  char szDescription[GSC_DESCRIPTION_SIZE];                 /* "Description" */
+  uint32_t nWindowsNum;                                     /* length of "Windows", at most 16 */
+  tagNET_PROGRAMME_WINDOW_INFO stuWindows[GSC_MAX_WINDOWS]; /* "Windows" */
 } tagNET_ORDINARY_PROGRAMME_INFO;
 
 /* One programme: a named layout of windows. */
 typedef struct tagNET_PROGRAMME_INFO {
-  char szProgrammeName[64];                   /* "ProgrammeName" */
-  char szProgrammeID[64];                     /* "ProgrammeID" */
+  char szProgrammeName[GSC_NAME_SIZE];        /* "ProgrammeName" */
+  char szProgrammeID[GSC_NAME_SIZE];          /* "ProgrammeID" */
   bool bEnable;                               /* "Enable" */
   tagNET_ORDINARY_PROGRAMME_INFO stuOrdinary; /* "Ordinary" */
   uint8_t byReserved[640];
@@ -201,18 +201,18 @@ typedef struct tagNET_PROGRAMME_INFO {
 
 /* One entry of the brief programme listing. */
 typedef struct tagNET_BRIEFLY_PROGRAMME_INFO {
-  char szProgrammeName[64];          /* "ProgrammeName" */
-  char szProgrammeID[64];            /* "ProgrammeID" */
-  EM_PROGRAMME_TYPE emProgrammeType; /* "ProgrammeType"; kept when the key is missing */
-  bool bEnable;                      /* "Enable" */
-  bool bTempletState;                /* "TempletState", from the entry's own top level */
+  char szProgrammeName[GSC_NAME_SIZE]; /* "ProgrammeName" */
+  char szProgrammeID[GSC_NAME_SIZE];   /* "ProgrammeID" */
+  EM_PROGRAMME_TYPE emProgrammeType;   /* "ProgrammeType"; kept when the key is missing */
+  bool bEnable;                        /* "Enable" */
+  bool bTempletState;                  /* "TempletState", from the entry's own top level */
   uint8_t byReserved[512];
 } tagNET_BRIEFLY_PROGRAMME_INFO;
 
 /* GET_PROGRAMME_BYID: the programme asked for, sent as "ProgrammeID". */
 typedef struct tagNET_IN_GET_PROGRAMME_BYID {
   uint32_t dwSize;
-  char szProgrammeID[64]; /* "ProgrammeID" */
+  char szProgrammeID[GSC_NAME_SIZE]; /* "ProgrammeID" */
 } tagNET_IN_GET_PROGRAMME_BYID;
 
 /* The caller sets the element buffers of stuProgramme's windows before the call. */
@@ -243,7 +243,7 @@ typedef struct tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES {
 typedef struct tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES {
   uint32_t dwSize;
   uint32_t nRetInfosNum;
-  tagNET_BRIEFLY_PROGRAMME_INFO stuInfos[32];
+  tagNET_BRIEFLY_PROGRAMME_INFO stuInfos[GSC_MAX_BRIEF_PROGRAMMES];
 } tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES;
 
 /* ADD_ONE_PROGRAMME: the new programme (its element buffers laid out by the caller). */
@@ -255,7 +255,7 @@ typedef struct tagNET_IN_ADD_ONE_PROGRAMME {
 /* The answer of ADD_ONE_PROGRAMME: the identifier the device gave the programme. */
 typedef struct tagNET_OUT_ADD_ONE_PROGRAMME {
   uint32_t dwSize;
-  char szProgrammeID[64]; /* "ProgrammeID" of the new programme */
+  char szProgrammeID[GSC_NAME_SIZE]; /* "ProgrammeID" of the new programme */
 } tagNET_OUT_ADD_ONE_PROGRAMME;
 
 /* The programme's own szProgrammeID names the programme to modify; it is sent twice. */
@@ -274,7 +274,7 @@ typedef struct tagNET_OUT_MODIFY_ONE_PROGRAMME {
 typedef struct tagNET_IN_DEL_PROGRAMMES {
   uint32_t dwSize;
   uint32_t nProgrammeIDListNum;
-  char szProgrammeIDList[32][64]; /* "ProgrammeIDList" */
+  char szProgrammeIDList[GSC_MAX_PROGRAMME_IDS][GSC_NAME_SIZE]; /* "ProgrammeIDList" */
 } tagNET_IN_DEL_PROGRAMMES;
 
 /* The answer of DEL_PROGRAMMES: nothing is read into it. */

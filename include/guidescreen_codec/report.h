@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "guidescreen_codec/export.h"
+
 namespace gsc {
 
 // The kinds of finding. Values are stable: new kinds are only ever added at the end.
@@ -37,7 +39,7 @@ enum class FindingKind : int {
 };
 
 // The name of a kind in lower case with hyphens ("text-cut"); "unknown" for other values.
-const char* to_string(FindingKind kind);
+GSC_API const char* to_string(FindingKind kind);
 
 // One event. `path` says where: in an answer, from the result object
 // (`infos.P-7.Ordinary.Windows[3].Elements[2].Text.Content`); in a request, from the input
@@ -61,18 +63,18 @@ class Report {
   void clear() noexcept { findings_.clear(); }
 
   // Appends a finding; the codecs call this, callers may too.
-  void add(FindingKind kind, std::string path, std::string detail);
+  GSC_API void add(FindingKind kind, std::string path, std::string detail);
 
   // One line per finding, "path: kind: detail" ("infos.P-7.Ordinary.Windows: array-clamped: 20
   // elements, capacity 16"), each ended by a newline. Empty when there are none.
-  std::string str() const;
+  GSC_API std::string str() const;
 
  private:
   std::vector<Finding> findings_;
 };
 
 // Prints `report.str()`.
-std::ostream& operator<<(std::ostream& out, const Report& report);
+GSC_API std::ostream& operator<<(std::ostream& out, const Report& report);
 
 }  // namespace gsc
 

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
+
+#include "field_access.h"
+#include "guidescreen_codec/capi.h"
 
 namespace gsc::fields {
 
@@ -18,46 +22,7 @@ const Field* RecordTable::Find(const std::string& name) const {
   return nullptr;
 }
 
-unsigned char* Arena::Allocate(size_t bytes) {
-  void* block = std::calloc(bytes ? bytes : 1, 1);
-  if (!block) throw std::bad_alloc();
-  blocks_.emplace_back(block);
-  return static_cast<unsigned char*>(block);
-}
-
 namespace {
-
-using Bytes = unsigned char*;
-using ConstBytes = const unsigned char*;
-
-template <typename T>
-T Load(ConstBytes at) {
-  T value;
-  std::memcpy(&value, at, sizeof value);
-  return value;
-}
-template <typename T>
-void Store(Bytes at, T value) {
-  std::memcpy(at, &value, sizeof value);
-}
-
-// The unsigned field `name` of the record at `record`, as a count or a capacity.
-uint32_t Number(const RecordTable& table, ConstBytes record, const char* name) {
-  const Field* f = table.Find(name);
-  return f ? Load<uint32_t>(record + f->offset) : 0;
-}
-void SetNumber(const RecordTable& table, Bytes record, const char* name, uint32_t value) {
-  if (const Field* f = table.Find(name)) Store(record + f->offset, value);
-}
-
-const RecordTable* VariantOf(const RecordTable& header, int tag) {
-  for (const Variant& v : *header.variants)
-    if (v.tag == tag) return v.record;
-  return nullptr;
-}
-int TagOf(const RecordTable& header, ConstBytes entry) {
-  return Load<int32_t>(entry + header.fields.front().offset);
-}
 
 // ---- Record -> JSON --------------------------------------------------------------------------
 
@@ -66,9 +31,9 @@ Json::Value ShowValue(const Field& f, ConstBytes at, const ShowOptions& options)
     case Kind::kText:
     case Kind::kSecret: {
       const char* text = reinterpret_cast<const char*>(at);
-      const std::string value(text, strnlen(text, f.size));
-      if (f.kind == Kind::kSecret && !options.show_secrets && !value.empty()) return "***";
-      return value;
+      const size_t size = strnlen(text, f.size);
+      if (f.kind == Kind::kSecret && !options.show_secrets && size > 0) return "***";
+      return Json::Value(text, text + size);
     }
     case Kind::kUnsigned:
       return Json::Value(static_cast<Json::UInt>(Load<uint32_t>(at)));
@@ -81,8 +46,9 @@ Json::Value ShowValue(const Field& f, ConstBytes at, const ShowOptions& options)
     case Kind::kEnum: {
       Json::Value value(Json::objectValue);
       const int32_t v = Load<int32_t>(at);
-      value["value"] = v;
-      if (const char* name = f.enumeration->NameOf(v)) value["name"] = name;
+      value[Json::StaticString("value")] = v;
+      if (const char* name = f.enumeration->NameOf(v))
+        value[Json::StaticString("name")] = Json::StaticString(name);
       return value;
     }
     case Kind::kRecord:
@@ -92,20 +58,21 @@ Json::Value ShowValue(const Field& f, ConstBytes at, const ShowOptions& options)
   }
 }
 
-// Entries laid end to end: each a header, then the record its tag names. Stops at `count`
-// entries or at the first entry that would not lie whole inside `length` bytes.
+// Entries laid end to end, walked with the library's own entry sizes: each a header, then the
+// record its tag names. Stops at `count` entries or at the first entry that would not lie whole
+// inside `length` bytes.
 Json::Value ShowElements(const RecordTable& header, ConstBytes buffer, uint32_t count,
                          uint32_t length, const ShowOptions& options) {
   Json::Value entries(Json::arrayValue);
-  size_t at = 0;
-  for (uint32_t i = 0; i < count && length - at >= header.size; ++i) {
-    const RecordTable* record = VariantOf(header, TagOf(header, buffer + at));
-    const size_t size = header.size + (record ? record->size : 0);
-    if (length - at < size) break;
+  uint32_t offset = 0;
+  for (uint32_t i = 0; i < count; ++i) {
+    const uint32_t at = offset;
+    EM_ELEMENT_TYPE kind = EM_ELEMENT_TYPE_UNKNOWN;
+    if (gsc_element_next(buffer, length, &offset, &kind, nullptr, 0) != GSC_STATUS_OK) break;
     Json::Value entry = ToJson(header, buffer + at, options);
-    if (record) entry["record"] = ToJson(*record, buffer + at + header.size, options);
-    entries.append(entry);
-    at += size;
+    if (const RecordTable* record = VariantOf(header, kind))
+      entry[Json::StaticString("record")] = ToJson(*record, buffer + at + header.size, options);
+    entries.append(std::move(entry));
   }
   return entries;
 }
@@ -206,16 +173,16 @@ void FillCallerArray(const RecordTable& table, const Field& f, const Json::Value
   Store(record + f.offset, array);
 }
 
-// An element buffer: the entries laid end to end, then header-only entries up to the count (so
-// a count above the entries listed never walks off the buffer), then room up to the length.
-// Returns the buffer's length.
+// An element buffer: the entries laid end to end by the library's gsc_element_append, then
+// header-only entries up to the count (so a count above the entries listed never walks off the
+// buffer), then room up to the length. Returns the buffer's length.
 size_t FillElements(const RecordTable& table, const Field& f, const Json::Value& v, Bytes record,
                     Arena& arena, const std::string& path) {
   if (v.isNull()) return Number(table, record, f.limit);
   if (!v.isArray()) WrongType(path, "an array of element entries", v);
   const RecordTable& header = *f.record;
   const uint32_t count = Number(table, record, f.count);
-  std::vector<std::pair<const RecordTable*, size_t>> layout;  // record kind, offset of entry
+  std::vector<EM_ELEMENT_TYPE> kinds;
   size_t used = 0;
   for (Json::ArrayIndex i = 0; i < v.size(); ++i) {
     const std::string at = path + "[" + std::to_string(i) + "]";
@@ -224,23 +191,27 @@ size_t FillElements(const RecordTable& table, const Field& f, const Json::Value&
     head.removeMember("record");
     std::vector<unsigned char> bytes(header.size);
     Fill(header, head, bytes.data(), arena, at);
-    const RecordTable* kind = VariantOf(header, TagOf(header, bytes.data()));
-    if (!kind && v[i].isMember("record")) Fail(at + ".record", "this kind of entry has no record");
-    layout.emplace_back(kind, used);
-    used += header.size + (kind ? kind->size : 0);
+    const auto kind = static_cast<EM_ELEMENT_TYPE>(TagOf(header, bytes.data()));
+    if (!VariantOf(header, kind) && v[i].isMember("record"))
+      Fail(at + ".record", "this kind of entry has no record");
+    kinds.push_back(kind);
+    used += gsc_element_entry_size(kind);
   }
-  if (count > v.size()) used += (count - v.size()) * header.size;
+  if (count > v.size()) used += (count - v.size()) * size_t{GSC_ELEMENT_HEADER_SIZE};
   const size_t length = std::max<size_t>(used, Number(table, record, f.limit));
   if (length > UINT32_MAX) Fail(path, "element buffer larger than 4 GiB");
   Bytes buffer = arena.Allocate(length);
+  uint32_t offset = 0;
   for (Json::ArrayIndex i = 0; i < v.size(); ++i) {
-    const std::string at = path + "[" + std::to_string(i) + "]";
-    Json::Value head = v[i];
-    head.removeMember("record");
-    Bytes entry = buffer + layout[i].second;
-    Fill(header, head, entry, arena, at);
-    if (layout[i].first)
-      Fill(*layout[i].first, v[i]["record"], entry + header.size, arena, at + ".record");
+    // Filled in aligned memory, then copied in: the record may land 4 but not 8 aligned.
+    gsc_element_record entry;
+    std::memset(&entry, 0, sizeof entry);
+    if (const RecordTable* kind = VariantOf(header, kinds[i]))
+      Fill(*kind, v[i]["record"], reinterpret_cast<Bytes>(&entry), arena,
+           path + "[" + std::to_string(i) + "].record");
+    if (gsc_element_append(buffer, static_cast<uint32_t>(length), &offset, kinds[i], &entry) !=
+        GSC_STATUS_OK)
+      Fail(path, "element buffer layout");  // cannot happen: the length was computed above
   }
   Store(record + f.offset, buffer);
   return length;
@@ -297,7 +268,8 @@ Json::Value ToJson(const RecordTable& table, const void* record, const ShowOptio
   for (const Field& f : table.fields) {
     if (f.kind == Kind::kHidden || f.kind == Kind::kSize) continue;
     ConstBytes at = bytes + f.offset;
-    Json::Value& shown = json[f.name];
+    // Names are the tables' literals, so JsonCpp need not copy them.
+    Json::Value& shown = json[Json::StaticString(f.name)];
     if (f.kind == Kind::kCallerArray || f.kind == Kind::kElements) {
       const auto pointer = Load<ConstBytes>(at);
       const uint32_t count = Number(table, bytes, f.count);

@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include "arena.h"
+
 namespace gsc::fields {
 
 // How a field is stored and shown.
@@ -87,19 +89,6 @@ struct RecordTable {
 class FieldError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
-};
-
-// Zero-filled memory that lives as long as the arena: caller arrays and element buffers.
-class Arena {
- public:
-  // `bytes` zero bytes (at least one), aligned for any record.
-  unsigned char* Allocate(size_t bytes);
-
- private:
-  struct Free {
-    void operator()(void* p) const { std::free(p); }
-  };
-  std::vector<std::unique_ptr<void, Free>> blocks_;
 };
 
 // How ToJson shows a record.

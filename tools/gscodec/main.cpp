@@ -1,20 +1,24 @@
 // gscodec: shows what deserialize puts into a caller's record for a device answer, and what
 // serialize sends for an input record written in field-named JSON.
 #include <json/json.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
-#include <fstream>
+#include <cstring>
 #include <iostream>
-#include <iterator>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "guidescreen_codec.h"
+#include "json_printer.h"
+#include "operation_names.h"
 #include "operations_table.h"
+#include "record_text.h"
 
 namespace {
 
@@ -28,6 +32,7 @@ constexpr char kUsage[] =
     "       gscodec check OPERATION [FILE|-] [--capacity N] [--elements-buffer BYTES]\n"
     "       gscodec check --request OPERATION [FILE|-]\n"
     "       gscodec sample decode|encode OPERATION\n"
+    "       gscodec --version | --help\n"
     "\n"
     "decode  reads a device answer (the result object deserialize receives) and prints what the\n"
     "        caller's output record received, keyed by the record's field names. Caller arrays\n"
@@ -35,16 +40,18 @@ constexpr char kUsage[] =
     "        --elements-buffer bytes (default: room for 64 entries of the largest kind).\n"
     "encode  reads an input record in that field-named form and prints the request parameters\n"
     "        serialize writes.\n"
-    "check   reads a device answer (or with --request an input record) like decode (encode)\n"
-    "        and prints, one per line as 'path: kind: what', what the record could not take\n"
-    "        (or the request could not send). Exit status 0 with no findings, 1 with any.\n"
-    "decode and encode print their findings on standard error.\n"
-    "Without FILE the operation's embedded sample is used; '-' reads standard input.\n"
-    "Passwords are shown as \"***\" unless --show-secrets is given.\n";
+    "check   reads a device answer (or with --request an input record) as decode (encode)\n"
+    "        does and prints, one per line as 'path: kind: detail', what the record could not\n"
+    "        take (or the request could not send). Exit status 0 with no findings, 1 with any.\n"
+    "decode and encode print those findings on standard error.\n"
+    "Input is FILE, or standard input for '-' or when no FILE is given and standard input is\n"
+    "not a terminal; from a terminal without FILE the operation's embedded sample is used.\n"
+    "Operation names may be given in any case. Passwords are shown as \"***\" unless\n"
+    "--show-secrets is given. Exit status: 0 success, 1 bad input (or findings, for check),\n"
+    "2 bad usage.\n";
 
-// Room for 64 entries of the largest kind: a 132-byte header and a text element each.
-constexpr uint32_t kDefaultElementsBuffer =
-    64 * (sizeof(tagNET_ELEMENT_COMMON_INFO) + sizeof(tagNET_TEXT_ELEMENT_INFO));
+// Room for 64 entries of the largest kind.
+const uint32_t kDefaultElementsBuffer = static_cast<uint32_t>(gsc_element_buffer_size(64));
 
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -99,6 +106,9 @@ Arguments ParseArguments(int argc, char** argv) {
     } else if (word == "--help" || word == "-h") {
       args.words = {"help"};
       return args;
+    } else if (word == "--version") {
+      args.words = {"version"};
+      return args;
     } else if (word.size() > 1 && word[0] == '-') {
       throw UsageError("unknown option " + word);
     } else {
@@ -109,35 +119,82 @@ Arguments ParseArguments(int argc, char** argv) {
 }
 
 const Operation& FindOperation(const std::string& name) {
-  if (const Operation* op = gsc::fields::FindOperation(name)) return *op;
-  std::string names;
-  for (const Operation& op : gsc::fields::Operations()) names += std::string("\n  ") + op.name;
-  throw UsageError("unknown operation '" + name + "'; the operations are:" + names);
+  if (const Operation* op = gsc::fields::MatchOperation(name)) return *op;
+  const std::vector<std::string> similar = gsc::fields::SimilarOperations(name);
+  std::string message = "unknown operation '" + name + "'";
+  if (!similar.empty()) {
+    message += "; did you mean " + similar[0];
+    for (size_t i = 1; i < similar.size(); ++i)
+      message += (i + 1 == similar.size() ? " or " : ", ") + similar[i];
+    throw UsageError(message + "? ('gscodec list' shows them all)");
+  }
+  message += "; the operations are:";
+  for (const Operation& op : gsc::fields::Operations()) message += std::string("\n  ") + op.name;
+  throw UsageError(message);
 }
 
-// The JSON text of FILE, of standard input for "-", or the embedded sample.
-std::pair<std::string, std::string> ReadInput(const std::vector<std::string>& words,
-                                              const std::string& sample) {
-  if (words.size() < 3) return {"(embedded sample)", sample};
+// All of `stream`; `what` names it in an error. A regular file is read in one piece.
+std::string ReadAll(std::FILE* stream, const std::string& what) {
+  std::string text;
+  struct stat status {};
+  if (fstat(fileno(stream), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+    text.resize(static_cast<size_t>(status.st_size));
+    text.resize(std::fread(&text[0], 1, text.size(), stream));
+  }
+  char chunk[1 << 16];
+  size_t n = 0;
+  while ((n = std::fread(chunk, 1, sizeof chunk, stream)) > 0) text.append(chunk, n);
+  if (std::ferror(stream)) throw InputError("cannot read " + what + ": " + std::strerror(errno));
+  return text;
+}
+
+std::string ReadFile(const std::string& file) {
+  std::FILE* stream = std::fopen(file.c_str(), "rb");
+  if (stream == nullptr) throw InputError("cannot read " + file + ": " + std::strerror(errno));
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> closer(stream, &std::fclose);
+  return ReadAll(stream, file);
+}
+
+struct Input {
+  std::string source;
+  std::string text;
+};
+
+// The JSON text of FILE; of standard input for "-", or without FILE when standard input is not
+// a terminal; else the embedded sample.
+Input ReadInput(const std::vector<std::string>& words, const std::string& sample) {
   if (words.size() > 3) throw UsageError("too many arguments");
-  const std::string& file = words[2];
-  if (file == "-")
-    return {"(standard input)", std::string(std::istreambuf_iterator<char>(std::cin), {})};
-  std::ifstream in(file, std::ios::binary);
-  if (!in) throw InputError("cannot read " + file);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return {file, text.str()};
+  const bool from_stdin = words.size() == 3 ? words[2] == "-" : isatty(STDIN_FILENO) == 0;
+  if (words.size() < 3 && !from_stdin) return {"the embedded sample", sample};
+  Input input = from_stdin ? Input{"standard input", ReadAll(stdin, "standard input")}
+                           : Input{words[2], ReadFile(words[2])};
+  if (input.text.find_first_not_of(" \t\r\n") == std::string::npos) {
+    std::string hint;
+    if (words.size() < 3)
+      hint = " (no FILE was given and standard input is not a terminal; 'gscodec sample " +
+             words[0] + " " + words[1] + "' prints the embedded sample)";
+    throw InputError(input.source + " is empty: expected a JSON document" + hint);
+  }
+  return input;
 }
 
-// Parses JSON text; a syntax error names the source with its line and column.
+// Parses JSON text: exactly one document, with white space only after it. A syntax error names
+// the source with its line and column.
 Json::Value ParseJson(const std::string& source, const std::string& text, bool strict) {
   Json::CharReaderBuilder builder;
+  builder["collectComments"] = false;
+  builder["failIfExtra"] = true;
   if (strict) builder["rejectDupKeys"] = true;
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
   Json::Value value;
   std::string errors;
-  if (reader->parse(text.data(), text.data() + text.size(), &value, &errors)) return value;
+  bool parsed = false;
+  try {
+    parsed = reader->parse(text.data(), text.data() + text.size(), &value, &errors);
+  } catch (const Json::Exception& e) {  // nesting deeper than the reader takes
+    errors = e.what();
+  }
+  if (parsed) return value;
   // JsonCpp reports "* Line L, Column C\n  message\n" per error; the first one is enough.
   std::string message = errors.substr(errors.rfind("* ", 0) == 0 ? 2 : 0);
   const size_t newline = message.find('\n');
@@ -165,53 +222,54 @@ void MaskPasswords(Json::Value& value) {
   }
 }
 
-// One-line JSON with a space after each colon and comma.
-std::string Compact(const Json::Value& value) {
-  if (!value.isObject() && !value.isArray()) {
-    Json::StreamWriterBuilder builder;
-    builder["emitUTF8"] = true;
-    return Json::writeString(builder, value);
-  }
-  std::string text;
-  for (auto it = value.begin(); it != value.end(); ++it) {
-    if (!text.empty()) text += ", ";
-    if (value.isObject()) text += Compact(it.name()) + ": ";
-    text += Compact(*it);
-  }
-  return value.isObject() ? "{" + text + "}" : "[" + text + "]";
+// What the process's exit reclaims: the tree of a large answer and the records read from it
+// hold millions of blocks, and freeing them one by one takes longer than reading them did.
+struct LeftToExit {
+  std::unique_ptr<Json::Value> answer;
+  std::unique_ptr<gsc::fields::Received> received;
+};
+LeftToExit& KeptUntilExit() {
+  static auto* kept = new LeftToExit;  // never deleted, on purpose
+  return *kept;
 }
 
-// Indented JSON; an object or array that fits on its line stays on it.
-void Write(std::ostream& out, const Json::Value& value, const std::string& indent) {
-  const std::string compact = Compact(value);
-  if (indent.size() + compact.size() <= 96 || !(value.isObject() || value.isArray()) ||
-      value.empty()) {
-    out << compact;
-    return;
+// Reads the answer into the caller's record through the reporting deserialize, and prints the
+// record when `print` is set; a failed conversion is an input error that names its path. The
+// answer's text is let go once parsed, and the record is printed straight from its bytes.
+void Decode(const Operation& op, Input input, const Arguments& args, bool print,
+            gsc::Report& report) {
+  LeftToExit& kept = KeptUntilExit();
+  kept.answer = std::make_unique<Json::Value>(ParseJson(input.source, input.text, false));
+  std::string().swap(input.text);
+  kept.received = gsc::fields::Receive(op, *kept.answer, args.room, &report);
+  if (!print) return;
+  if (!report.empty() && report.findings().back().kind == gsc::FindingKind::kConversionFailed) {
+    const gsc::Finding& failure = report.findings().back();
+    // What was found before the failure goes to standard error, the failure itself into the
+    // error message.
+    gsc::Report before;
+    for (size_t i = 0; i + 1 < report.size(); ++i) {
+      const gsc::Finding& f = report.findings()[i];
+      before.add(f.kind, f.path, f.detail);
+    }
+    std::fputs(before.str().c_str(), stderr);
+    throw InputError("deserialize raised Json::Exception at " +
+                     (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
+                     failure.detail);
   }
-  const std::string inner = indent + "  ";
-  const bool object = value.isObject();
-  out << (object ? "{" : "[");
-  const char* separator = "\n";
-  for (auto it = value.begin(); it != value.end(); ++it) {
-    out << separator << inner;
-    if (object) out << Compact(it.name()) << ": ";
-    Write(out, *it, inner);
-    separator = ",\n";
-  }
-  out << "\n" << indent << (object ? "}" : "]");
-}
-
-void Print(const Json::Value& value) {
-  Write(std::cout, value, "");
-  std::cout << "\n";
+  gsc::fields::PrintRecord(stdout, *op.answer, kept.received->record, args.show);
 }
 
 int Run(const Arguments& args) {
   const std::vector<std::string>& words = args.words;
-  const std::string command = words.empty() ? "help" : words[0];
+  if (words.empty()) throw UsageError("no command given");
+  const std::string& command = words[0];
   if (command == "help") {
-    std::cout << kUsage;
+    std::fputs(kUsage, stdout);
+    return 0;
+  }
+  if (command == "version") {
+    std::printf("gscodec %s (library %s)\n", GSC_VERSION_STRING, gsc_version());
     return 0;
   }
   if (command == "list") {
@@ -225,8 +283,9 @@ int Run(const Arguments& args) {
     if (words.size() != 3 || (words[1] != "decode" && words[1] != "encode"))
       throw UsageError("sample takes decode or encode and an operation");
     const Operation& op = FindOperation(words[2]);
-    Print(ParseJson("the embedded sample",
-                    words[1] == "decode" ? op.answer_sample : op.request_sample, false));
+    gsc::fields::PrintJson(
+        stdout, ParseJson("the embedded sample",
+                          words[1] == "decode" ? op.answer_sample : op.request_sample, false));
     return 0;
   }
   if (command != "decode" && command != "encode" && command != "check")
@@ -235,33 +294,20 @@ int Run(const Arguments& args) {
   if (words.size() < 2) throw UsageError(command + " needs an operation");
   const Operation& op = FindOperation(words[1]);
   gsc::Report report;
-  const bool decode = command == "decode" || (command == "check" && !args.request);
-  if (decode) {
-    const auto [source, text] = ReadInput(words, op.answer_sample);
-    const Json::Value record =
-        gsc::fields::Decode(op, ParseJson(source, text, false), args.room, args.show, &report);
-    if (command == "decode") {
-      const bool failed =
-          !report.empty() && report.findings().back().kind == gsc::FindingKind::kConversionFailed;
-      if (failed) {
-        const gsc::Finding& failure = report.findings().back();
-        throw InputError("deserialize raised Json::Exception at " +
-                         (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
-                         failure.detail);
-      }
-      Print(record);
-    }
+  if (command == "decode" || (command == "check" && !args.request)) {
+    Decode(op, ReadInput(words, op.answer_sample), args, command == "decode", report);
   } else {
-    const auto [source, text] = ReadInput(words, op.request_sample);
-    Json::Value params = gsc::fields::Encode(op, ParseJson(source, text, true), &report);
+    const Input input = ReadInput(words, op.request_sample);
+    Json::Value params =
+        gsc::fields::Encode(op, ParseJson(input.source, input.text, true), &report);
     if (!args.show.show_secrets) MaskPasswords(params);
-    if (command == "encode") Print(params);
+    if (command == "encode") gsc::fields::PrintJson(stdout, params);
   }
   if (command == "check") {
-    std::cout << report.str();
+    std::fputs(report.str().c_str(), stdout);
     return report.empty() ? 0 : 1;
   }
-  std::cerr << report.str();
+  std::fputs(report.str().c_str(), stderr);
   return 0;
 }
 
@@ -269,6 +315,10 @@ int Run(const Arguments& args) {
 
 int main(int argc, char** argv) {
   try {
+    if (argc == 1) {
+      std::fputs(kUsage, stderr);
+      return 2;
+    }
     return Run(ParseArguments(argc, argv));
   } catch (const UsageError& e) {
     std::cerr << "gscodec: " << e.what() << "\n(gscodec --help shows the usage)\n";

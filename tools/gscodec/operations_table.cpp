@@ -214,6 +214,11 @@ Operation Op(const char* name, const char* request_keys, const char* answer_keys
     std::fprintf(stderr, "gscodec: the tables of %s do not match its records\n", name);
     std::abort();
   }
+  // The names are the library's (gsc_operation_name), for the same records.
+  if (gsc_request_size(name) != sizeof(In) || gsc_answer_size(name) != sizeof(Out)) {
+    std::fprintf(stderr, "gscodec: the library knows no operation %s with these records\n", name);
+    std::abort();
+  }
   return {name,
           request_keys,
           answer_keys,
@@ -320,13 +325,18 @@ Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* re
   return params;
 }
 
+std::unique_ptr<Received> Receive(const Operation& op, const Json::Value& result, const Room& room,
+                                  gsc::Report* report) {
+  auto received = std::make_unique<Received>();
+  received->record = received->arena.Allocate(op.answer->size);
+  Prepare(*op.answer, received->record, received->arena, room);
+  op.deserialize(result, received->record, report);
+  return received;
+}
+
 Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
                    const ShowOptions& options, gsc::Report* report) {
-  Arena arena;
-  unsigned char* record = arena.Allocate(op.answer->size);
-  Prepare(*op.answer, record, arena, room);
-  op.deserialize(result, record, report);
-  return ToJson(*op.answer, record, options);
+  return ToJson(*op.answer, Receive(op, result, room, report)->record, options);
 }
 
 }  // namespace gsc::fields

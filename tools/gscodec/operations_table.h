@@ -5,6 +5,7 @@
 
 #include <json/value.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -37,10 +38,20 @@ const Operation* FindOperation(const std::string& name);
 // reporting overload runs and fills it.
 Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* report = nullptr);
 
-// What the caller's output record receives from `result`: the record is zero-filled and
-// prepared with `room` as a caller would, read by deserialize and shown in field-named form.
-// What JsonCpp raises for a value of the wrong type passes through; with a report, the
-// reporting overload runs instead, and a failed conversion is its last finding.
+// A caller's output record as deserialize filled it, with the memory its arrays and element
+// buffers lie in.
+struct Received {
+  Arena arena;
+  unsigned char* record = nullptr;
+};
+
+// The output record of `op` zero-filled and prepared with `room` as a caller would, then read
+// from `result` by deserialize. What JsonCpp raises for a value of the wrong type passes through;
+// with a report, the reporting overload runs instead, and a failed conversion is its last finding.
+std::unique_ptr<Received> Receive(const Operation& op, const Json::Value& result, const Room& room,
+                                  gsc::Report* report = nullptr);
+
+// What the caller's output record receives from `result` (Receive), in field-named form.
 Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
                    const ShowOptions& options, gsc::Report* report = nullptr);
 

@@ -1,0 +1,48 @@
+// JsonCpp alone on a JSON file: the time its reader takes to parse the text and the memory the
+// parsed tree holds, the baseline gscodec's figures on large answers are set against
+// (bench/large-answer).
+#include <json/json.h>
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace {
+
+// Resident memory of this process, in kB.
+long ResidentKb() {
+  std::ifstream statm("/proc/self/statm");
+  long size = 0, resident = 0;
+  statm >> size >> resident;
+  return resident * 4;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: gsc_parse_file FILE\n";
+    return 2;
+  }
+  std::ifstream in(argv[1], std::ios::binary);
+  std::ostringstream buffer;
+  buffer << in.rdbuf();
+  const std::string text = buffer.str();
+  const long before = ResidentKb();
+  const auto start = std::chrono::steady_clock::now();
+  Json::Value root;
+  std::string errors;
+  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
+  if (!reader->parse(text.data(), text.data() + text.size(), &root, &errors)) {
+    std::cerr << errors;
+    return 1;
+  }
+  const double seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  std::printf("parse %.3f s, tree %ld kB\n", seconds, ResidentKb() - before);
+  return 0;
+}

@@ -1,0 +1,42 @@
+// What every C entry point needs at its boundary: exceptions turned into statuses, and texts
+// written into the caller's bounded buffers.
+#ifndef GUIDESCREEN_CODEC_CAPI_BOUNDARY_H
+#define GUIDESCREEN_CODEC_CAPI_BOUNDARY_H
+
+#include <cstddef>
+#include <exception>
+#include <new>
+#include <string>
+
+#include "guidescreen_codec/capi.h"
+
+namespace gsc::capi {
+
+// Runs `body`, which returns a status, so that no exception leaves it: running out of memory is
+// GSC_STATUS_OUT_OF_MEMORY, anything else GSC_STATUS_INTERNAL_ERROR with its text in `detail`
+// where one can be had.
+template <typename Body>
+int Guarded(std::string& detail, Body body) noexcept {
+  try {
+    return body();
+  } catch (const std::bad_alloc&) {
+    return GSC_STATUS_OUT_OF_MEMORY;
+  } catch (const std::exception& e) {
+    try {
+      detail = e.what();
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the status alone still says what happened
+    }
+    return GSC_STATUS_INTERNAL_ERROR;
+  } catch (...) {
+    return GSC_STATUS_INTERNAL_ERROR;
+  }
+}
+
+// Stores "<status message>" or "<status message>: <detail>" in `out`, `capacity` bytes, always
+// terminated when the capacity is above 0 and cut before a UTF-8 character that would not fit
+// whole. Success stores an empty text. Nothing for a null `out`. Allocates nothing.
+void WriteMessage(char* out, size_t capacity, int status, const std::string& detail) noexcept;
+
+}  // namespace gsc::capi
+
+#endif  // GUIDESCREEN_CODEC_CAPI_BOUNDARY_H

@@ -1,0 +1,45 @@
+# Installation, split into the components the Debian packages are made of:
+#   runtime  the shared library (libguidescreen_codec.so.<major>);
+#   dev      headers, the link-time library name, the CMake package and the pkg-config file;
+#   tools    gscodec and its manual page (tools/gscodec/CMakeLists.txt).
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+set(GSC_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/guidescreen_codec)
+# Debian's names: the runtime package carries the SONAME's major version.
+set(GSC_PACKAGE_runtime libguidescreen-codec${PROJECT_VERSION_MAJOR})
+set(GSC_PACKAGE_dev libguidescreen-codec-dev)
+set(GSC_PACKAGE_tools gscodec)
+
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+install(FILES ${GSC_GENERATED_INCLUDE}/guidescreen_codec/version.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/guidescreen_codec COMPONENT dev)
+install(TARGETS guidescreen_codec EXPORT guidescreen_codecTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
+install(EXPORT guidescreen_codecTargets NAMESPACE guidescreen_codec:: DESTINATION ${GSC_CMAKE_DIR}
+        COMPONENT dev)
+configure_package_config_file(cmake/guidescreen_codecConfig.cmake.in
+  ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codecConfig.cmake INSTALL_DESTINATION ${GSC_CMAKE_DIR})
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codecConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codecConfig.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codecConfigVersion.cmake
+        DESTINATION ${GSC_CMAKE_DIR} COMPONENT dev)
+
+# The .pc file finds its prefix from where it lies, so an installed tree may be moved. A static
+# library's users compile with GSC_STATIC, as the CMake target's users do.
+file(RELATIVE_PATH GSC_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+if(BUILD_SHARED_LIBS)
+  set(GSC_PC_CFLAGS "")
+else()
+  set(GSC_PC_CFLAGS " -DGSC_STATIC")
+endif()
+configure_file(cmake/guidescreen_codec.pc.in ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codec.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codec.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
+
+# Every package carries the licence, where Debian keeps it.
+foreach(component runtime dev tools)
+  install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${GSC_PACKAGE_${component}}
+          RENAME copyright COMPONENT ${component})
+endforeach()

@@ -1,0 +1,165 @@
+/* The C interface: element buffers, the list of operations, and every operation's codecs over
+ * JSON text. Valid C99 (and C++), for callers in C and for languages that call C functions
+ * (Python's ctypes, C#'s P/Invoke, Go's cgo). It includes the records and their capacities.
+ *
+ * Conventions:
+ *   - Functions that can fail return an int status: GSC_STATUS_OK (0) on success, otherwise one
+ *     of the GSC_STATUS_ constants below, which gsc_status_message describes.
+ *   - No exception ever leaves these functions, and none of them keeps state: they may be called
+ *     from any thread, on different records and buffers at the same time.
+ *   - Nothing is written past a capacity the caller gives. */
+#ifndef GUIDESCREEN_CODEC_CAPI_H
+#define GUIDESCREEN_CODEC_CAPI_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "guidescreen_codec/capacities.h"
+#include "guidescreen_codec/export.h"
+#include "guidescreen_codec/field_records.h"
+#include "guidescreen_codec/guidescreen_records.h"
+#include "guidescreen_codec/plan_records.h"
+#include "guidescreen_codec/programme_records.h"
+#include "guidescreen_codec/version.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Statuses -------------------------------------------------------------------------------- */
+
+/* Success. */
+#define GSC_STATUS_OK 0
+/* No operation has that name (gsc_operation_name lists them). */
+#define GSC_STATUS_UNKNOWN_OPERATION 1
+/* The text is not one JSON document; the message gives the line and column. */
+#define GSC_STATUS_MALFORMED_JSON 2
+/* JsonCpp could not convert a value to the type a field needs; the message says why. */
+#define GSC_STATUS_CONVERSION_FAILED 3
+/* A buffer cannot take what was to be stored in it. */
+#define GSC_STATUS_BUFFER_TOO_SMALL 4
+/* The record's dwSize is not the size of the operation's record. */
+#define GSC_STATUS_WRONG_RECORD_SIZE 5
+/* A pointer that must be given is null or misaligned for its record, or an offset is out. */
+#define GSC_STATUS_INVALID_ARGUMENT 6
+/* Memory for the JSON tree or text ran out. */
+#define GSC_STATUS_OUT_OF_MEMORY 7
+/* Anything else that went wrong inside the library. */
+#define GSC_STATUS_INTERNAL_ERROR 8
+
+/* A short English description of `status` ("unknown operation"); "unknown status" for a value
+ * that is none of the above. The text is static. */
+GSC_API const char* gsc_status_message(int status);
+
+/* The version of the library actually loaded, "MAJOR.MINOR.PATCH"; compare it with
+ * GSC_VERSION_STRING, the version of the headers compiled against. */
+GSC_API const char* gsc_version(void);
+
+/* ---- Operations ------------------------------------------------------------------------------ */
+
+/* The operations by name: gsc_operation_name(i) for i from 0 to gsc_operation_count() - 1 gives
+ * the names that `gscodec list` shows ("GET_ALL_PROGRAMMES"), and NULL past the end. */
+GSC_API size_t gsc_operation_count(void);
+GSC_API const char* gsc_operation_name(size_t index);
+
+/* The size in bytes of the operation's input record (tagNET_IN_...) and output record
+ * (tagNET_OUT_...), the value their dwSize must hold; 0 for an unknown operation. Callers
+ * without the record declarations (Python, C#) can allocate records of the right size. */
+GSC_API size_t gsc_request_size(const char* operation);
+GSC_API size_t gsc_answer_size(const char* operation);
+
+/* Writes the request parameters of `operation` for the input record `in_record` as compact JSON
+ * text into `json`, `capacity` bytes, terminated; the text's length without the terminator goes
+ * to `*length` (which may be NULL). When the text and its terminator do not fit, nothing but an
+ * empty text is stored, *length still receives the text's length, and GSC_STATUS_BUFFER_TOO_SMALL
+ * is returned: call with json NULL and capacity 0 to learn the size.
+ *
+ * The record's dwSize must be gsc_request_size(operation) (GSC_STATUS_WRONG_RECORD_SIZE
+ * otherwise): at this boundary, dwSize is how the library knows the caller's record is the one
+ * the operation expects. Texts are written as UTF-8 without escapes beyond those JSON requires.
+ * A number that is not finite (a NaN or infinite dbLineHeight) is written as null, since JSON has
+ * no text for it. */
+GSC_API int gsc_serialize_json(const char* operation, const void* in_record, char* json,
+                               size_t capacity, size_t* length);
+
+/* Parses `length` bytes of JSON text (the answer's result object; no terminator needed) and
+ * merges it into the output record `out_record` of `operation`, exactly as deserialize does:
+ * the record is not cleared first, caller arrays and element buffers set in it are filled up to
+ * their capacities. The text must be one JSON document: anything but white space after it is
+ * malformed. NaN and Infinity are not accepted.
+ *
+ * On failure a terminated message goes to `message` (`message_capacity` bytes; cut to fit, and
+ * nothing when the capacity is 0): the status's description, then for malformed JSON the line
+ * and column, for a failed conversion the path of the value (as the reports write it, e.g.
+ * "DisplayScreenCfg.Bright") and JsonCpp's reason. A failed conversion leaves the record
+ * partly filled, as far as reading got. On success the message is empty. The record's dwSize must
+ * be gsc_answer_size(operation). */
+GSC_API int gsc_deserialize_json(const char* operation, const char* json, size_t length,
+                                 void* out_record, char* message, size_t message_capacity);
+
+/* ---- Element buffers ------------------------------------------------------------------------- */
+/* A window's element buffer holds entries end to end: a tagNET_ELEMENT_COMMON_INFO header (132
+ * bytes) naming the kind, then the kind's record; a kind without a record (EM_ELEMENT_TYPE_UNKNOWN
+ * or any value outside 1 to 5) is the header alone. Records may therefore sit at addresses that
+ * are 4 but not 8 aligned: never access them in place, copy them in and out with these
+ * functions. */
+
+/* Any one element record, for copying entries out with gsc_element_next. */
+typedef union gsc_element_record {
+  tagNET_VIDEO_ELEMENT_INFO stuVideo;
+  tagNET_PICTURE_ELEMENT_INFO stuPicture;
+  tagNET_TEXT_ELEMENT_INFO stuText;
+  tagNET_PLACEHOLDER_ELEMENT_INFO stuPlaceHolder;
+  tagNET_CAPTURE_ELEMENT_INFO stuCapture;
+} gsc_element_record;
+
+#define GSC_ELEMENT_HEADER_SIZE sizeof(tagNET_ELEMENT_COMMON_INFO)
+#define GSC_SIZE_MAX_(a, b) ((a) > (b) ? (a) : (b))
+/* The largest entry: the header and the largest record. */
+#define GSC_ELEMENT_ENTRY_MAX_SIZE                                                      \
+  (GSC_ELEMENT_HEADER_SIZE +                                                            \
+   GSC_SIZE_MAX_(GSC_SIZE_MAX_(GSC_SIZE_MAX_(sizeof(tagNET_VIDEO_ELEMENT_INFO),         \
+                                             sizeof(tagNET_PICTURE_ELEMENT_INFO)),      \
+                               GSC_SIZE_MAX_(sizeof(tagNET_TEXT_ELEMENT_INFO),          \
+                                             sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO))), \
+                 sizeof(tagNET_CAPTURE_ELEMENT_INFO)))
+/* Bytes that hold any `entries` entries, whatever their kinds: a constant expression, for static
+ * buffers ("static unsigned char buffer[GSC_ELEMENT_BUFFER_SIZE(8)];"). */
+#define GSC_ELEMENT_BUFFER_SIZE(entries) ((size_t)(entries)*GSC_ELEMENT_ENTRY_MAX_SIZE)
+
+/* The bytes one entry of `kind` takes: the header and the kind's record, or the header alone for
+ * a kind without a record. */
+GSC_API uint32_t gsc_element_entry_size(EM_ELEMENT_TYPE kind);
+
+/* The same as the macros, for callers that cannot use them: the largest entry, and the bytes
+ * that hold any `entries` entries (SIZE_MAX when that does not fit a size_t). */
+GSC_API uint32_t gsc_element_max_entry_size(void);
+GSC_API size_t gsc_element_buffer_size(uint32_t entries);
+
+/* Appends an entry of `kind` to the buffer of `length` bytes whose first `*used` bytes hold
+ * entries already: a header (the kind, reserved bytes zero) and a copy of `*record`, the kind's
+ * record (ignored, and may be NULL, for a kind without a record). On success `*used` grows by
+ * the entry's size. When the entry would not fit, GSC_STATUS_BUFFER_TOO_SMALL is returned and
+ * neither the buffer nor `*used` changes. A null buffer (with any length), `used` or needed
+ * `record`, or a `*used` beyond `length`, gives GSC_STATUS_INVALID_ARGUMENT.
+ *
+ * Count the entries appended into the window's nElementsNum and give `*used` (or the whole
+ * length) as nElementsBufLen. */
+GSC_API int gsc_element_append(unsigned char* buffer, uint32_t length, uint32_t* used,
+                               EM_ELEMENT_TYPE kind, const void* record);
+
+/* Reads the entry that starts `*offset` bytes into the buffer of `length` bytes: stores its kind
+ * in `*kind`, copies its record into `record` (`record_capacity` bytes; a gsc_element_record
+ * holds any) unless `record` is NULL, and advances `*offset` past the entry. An entry that does
+ * not lie whole within `length`, or a record larger than `record_capacity`, gives
+ * GSC_STATUS_BUFFER_TOO_SMALL with nothing stored and `*offset` unchanged.
+ *
+ * To walk a window the codecs filled, start at offset 0 and call it nElementsNum times. */
+GSC_API int gsc_element_next(const unsigned char* buffer, uint32_t length, uint32_t* offset,
+                             EM_ELEMENT_TYPE* kind, void* record, size_t record_capacity);
+
+#ifdef __cplusplus
+} /* extern "C" */
+#endif
+
+#endif /* GUIDESCREEN_CODEC_CAPI_H */

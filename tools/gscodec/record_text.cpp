@@ -1,0 +1,241 @@
+#include "record_text.h"
+
+#include <json/writer.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+#include "field_access.h"
+#include "guidescreen_codec/capi.h"
+#include "json_printer.h"
+
+namespace gsc::fields {
+namespace {
+
+constexpr size_t kFlushAt = size_t{1} << 16;
+constexpr size_t kUnlimited = std::numeric_limits<size_t>::max();
+
+// Something ToJson would make a JSON value of: a record, one value of a field, the values of an
+// array field, a caller array, an element buffer or one of its entries, or null.
+struct Node {
+  enum class Type { kNull, kValue, kRecord, kValues, kCallerArray, kElements, kEntry };
+  Type type;
+  const RecordTable* table = nullptr;  // kRecord, kCallerArray: the record; kElements, kEntry:
+                                       // the entry header
+  const Field* field = nullptr;        // kValue, kValues
+  ConstBytes at = nullptr;             // the record, value, first value, array or entry
+  uint32_t count = 0;                  // values, records or entries shown
+  uint32_t length = 0;                 // kElements: the buffer's length
+};
+
+bool IsContainer(const Node& node) {
+  return node.type != Node::Type::kNull && node.type != Node::Type::kValue;
+}
+
+// One value of field `f` at `at`: a nested record is a record, anything else a value.
+Node ValueNode(const Field& f, ConstBytes at) {
+  if (f.kind == Kind::kRecord) return {Node::Type::kRecord, f.record, nullptr, at};
+  return {Node::Type::kValue, nullptr, &f, at};
+}
+
+// Field `f` of the record `bytes` of `table`, as ToJson shows it.
+Node FieldNode(const RecordTable& table, ConstBytes bytes, const Field& f) {
+  ConstBytes at = bytes + f.offset;
+  if (f.kind == Kind::kCallerArray || f.kind == Kind::kElements) {
+    const auto pointer = Load<ConstBytes>(at);
+    if (pointer == nullptr) return {Node::Type::kNull};
+    const uint32_t count = Number(table, bytes, f.count);
+    const uint32_t limit = f.limit ? Number(table, bytes, f.limit) : count;
+    if (f.kind == Kind::kCallerArray)
+      return {Node::Type::kCallerArray, f.record, nullptr, pointer, std::min(count, limit)};
+    return {Node::Type::kElements, f.record, nullptr, pointer, count, limit};
+  }
+  if (f.extent == 1 && !f.count) return ValueNode(f, at);
+  const uint32_t n = f.count ? std::min(Number(table, bytes, f.count), f.extent) : f.extent;
+  return {Node::Type::kValues, nullptr, &f, at, n};
+}
+
+// Calls visit(name, child) for each member (name) or element (nullptr) of a container, in
+// order, until it returns false; false then.
+template <typename Visit>
+bool ForEachChild(const Node& node, Visit visit) {
+  switch (node.type) {
+    case Node::Type::kRecord:
+      for (const Field& f : node.table->fields) {
+        if (f.kind == Kind::kHidden || f.kind == Kind::kSize) continue;
+        if (!visit(f.name, FieldNode(*node.table, node.at, f))) return false;
+      }
+      return true;
+    case Node::Type::kValues:
+      for (uint32_t i = 0; i < node.count; ++i)
+        if (!visit(nullptr, ValueNode(*node.field, node.at + size_t{i} * node.field->size)))
+          return false;
+      return true;
+    case Node::Type::kCallerArray:
+      for (uint32_t i = 0; i < node.count; ++i)
+        if (!visit(nullptr, Node{Node::Type::kRecord, node.table, nullptr,
+                                 node.at + size_t{i} * node.table->size}))
+          return false;
+      return true;
+    case Node::Type::kElements: {
+      // Walked with the library's entry sizes, up to the count or the first entry that does not
+      // lie whole in the buffer.
+      uint32_t offset = 0;
+      for (uint32_t i = 0; i < node.count; ++i) {
+        const uint32_t at = offset;
+        EM_ELEMENT_TYPE kind = EM_ELEMENT_TYPE_UNKNOWN;
+        if (gsc_element_next(node.at, node.length, &offset, &kind, nullptr, 0) != GSC_STATUS_OK)
+          break;
+        if (!visit(nullptr, Node{Node::Type::kEntry, node.table, nullptr, node.at + at}))
+          return false;
+      }
+      return true;
+    }
+    case Node::Type::kEntry: {
+      const RecordTable& header = *node.table;
+      for (const Field& f : header.fields) {
+        if (f.kind == Kind::kHidden || f.kind == Kind::kSize) continue;
+        if (!visit(f.name, FieldNode(header, node.at, f))) return false;
+      }
+      const RecordTable* record = VariantOf(header, TagOf(header, node.at));
+      return record == nullptr ||
+             visit("record", Node{Node::Type::kRecord, record, nullptr, node.at + header.size});
+    }
+    default:
+      return true;
+  }
+}
+
+class Writer {
+ public:
+  Writer(const ShowOptions& options, std::FILE* out) : options_(options), out_(out) {}
+
+  // The node laid out over lines, starting at column `indent`.
+  void Pretty(const Node& node, size_t indent) {
+    const size_t start = text_.size();
+    if (!IsContainer(node)) {
+      Compact(node, kUnlimited, start);
+      return;
+    }
+    if (indent < kLineWidth && Compact(node, kLineWidth - indent, start)) return;
+    text_.resize(start);
+    const bool object = node.type == Node::Type::kRecord || node.type == Node::Type::kEntry;
+    text_ += object ? '{' : '[';
+    bool first = true;
+    ForEachChild(node, [&](const char* name, const Node& child) {
+      text_ += first ? "\n" : ",\n";
+      first = false;
+      text_.append(indent + 2, ' ');
+      if (name != nullptr) Name(name);
+      Pretty(child, indent + 2);
+      // Only here may text go out: no enclosing call can still take it back.
+      if (text_.size() >= kFlushAt) Flush();
+      return true;
+    });
+    text_ += '\n';
+    text_.append(indent, ' ');
+    text_ += object ? '}' : ']';
+  }
+
+  void Flush() {
+    if (out_ != nullptr) {
+      std::fwrite(text_.data(), 1, text_.size(), out_);
+      text_.clear();
+    }
+  }
+
+  std::string& text() { return text_; }
+
+ private:
+  // The node on one line; false as soon as the text since `start` is longer than `limit`.
+  bool Compact(const Node& node, size_t limit, size_t start) {
+    if (!IsContainer(node)) {
+      if (node.type == Node::Type::kNull)
+        text_ += "null";
+      else
+        Value(*node.field, node.at);
+      return text_.size() - start <= limit;
+    }
+    const bool object = node.type == Node::Type::kRecord || node.type == Node::Type::kEntry;
+    text_ += object ? '{' : '[';
+    bool first = true;
+    const bool whole = ForEachChild(node, [&](const char* name, const Node& child) {
+      if (!first) text_ += ", ";
+      first = false;
+      if (name != nullptr) Name(name);
+      return Compact(child, limit, start);
+    });
+    text_ += object ? '}' : ']';
+    return whole && text_.size() - start <= limit;
+  }
+
+  void Name(const char* name) {
+    AppendQuoted(text_, name, std::strlen(name));
+    text_ += ": ";
+  }
+
+  // One value as ToJson's ShowValue makes it.
+  void Value(const Field& f, ConstBytes at) {
+    switch (f.kind) {
+      case Kind::kText:
+      case Kind::kSecret: {
+        const char* text = reinterpret_cast<const char*>(at);
+        const size_t size = strnlen(text, f.size);
+        if (f.kind == Kind::kSecret && !options_.show_secrets && size > 0)
+          text_ += "\"***\"";
+        else
+          AppendQuoted(text_, text, size);
+        return;
+      }
+      case Kind::kUnsigned:
+        text_ += std::to_string(Load<uint32_t>(at));
+        return;
+      case Kind::kSigned:
+        text_ += std::to_string(Load<int32_t>(at));
+        return;
+      case Kind::kReal:
+        text_ += Json::valueToString(Load<double>(at));
+        return;
+      case Kind::kBool:
+        text_ += *at != 0 ? "true" : "false";
+        return;
+      case Kind::kEnum: {
+        const int32_t v = Load<int32_t>(at);
+        text_ += "{\"value\": " + std::to_string(v);
+        if (const char* name = f.enumeration->NameOf(v)) {
+          text_ += ", \"name\": ";
+          AppendQuoted(text_, name, std::strlen(name));
+        }
+        text_ += '}';
+        return;
+      }
+      default:
+        text_ += "null";
+        return;
+    }
+  }
+
+  const ShowOptions& options_;
+  std::FILE* out_;
+  std::string text_;
+};
+
+}  // namespace
+
+void PrintRecord(std::FILE* out, const RecordTable& table, const void* record,
+                 const ShowOptions& options) {
+  Writer writer(options, out);
+  writer.Pretty({Node::Type::kRecord, &table, nullptr, static_cast<ConstBytes>(record)}, 0);
+  writer.text() += '\n';
+  writer.Flush();
+}
+
+std::string RecordText(const RecordTable& table, const void* record, const ShowOptions& options) {
+  Writer writer(options, nullptr);
+  writer.Pretty({Node::Type::kRecord, &table, nullptr, static_cast<ConstBytes>(record)}, 0);
+  writer.text() += '\n';
+  return std::move(writer.text());
+}
+
+}  // namespace gsc::fields
