@@ -69,7 +69,7 @@ bool AtEnd(const char* at, const char* end) {
 // Scans one "%<width>d" of the standard scanner at `at`: white space skipped, an optional sign
 // counted in the width, then decimal digits up to the width. Sets `field` and moves `at` past the
 // number only when at least one digit was read.
-bool ScanNumber(const char*& at, const char* end, int width, int32_t& field) {
+inline bool ScanNumber(const char*& at, const char* end, int width, int32_t& field) {
   while (!AtEnd(at, end) && std::isspace(static_cast<unsigned char>(*at))) ++at;
   if (AtEnd(at, end)) return false;
   const char* p = at;

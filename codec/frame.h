@@ -65,23 +65,31 @@ constexpr uint32_t Capacity(const T (&/*array*/)[N]) {
 
 // ---- Reading ---------------------------------------------------------------------------------
 
-// The elements of an array in index order, as indexing reads them: an index the array does not
-// hold reads as null. (An array made in memory by assigning a later index holds no element at the
-// indexes before it, yet counts them in its size.) An iterator is used because indexing descends
-// JsonCpp's map for every element.
+// The first `count` elements of an array in index order, as indexing reads them: an index the
+// array does not hold reads as null. (An array made in memory by assigning a later index holds
+// no element at the indexes before it, yet counts them in its size.) An iterator is used because
+// indexing descends JsonCpp's map for every element.
 class ArrayCursor {
  public:
-  explicit ArrayCursor(const Json::Value& array) : next_(array.begin()), end_(array.end()) {}
+  ArrayCursor(const Json::Value& array, uint32_t count) : next_(array.begin()), end_(array.end()) {
+    // The positions hold strictly increasing indexes from 0, so when position count - 1 holds
+    // index count - 1, every position before it holds its own index and none need be looked at.
+    if (count == 0) return;
+    Json::Value::const_iterator last = next_;
+    for (uint32_t i = 1; i < count && last != end_; ++i) ++last;
+    dense_ = last != end_ && last.index() == count - 1;
+  }
 
-  // Element `index`; calls must ask for 0, 1, 2, ... in turn.
+  // Element `index`; calls must ask for 0, 1, 2, ... in turn, below the count.
   const Json::Value& At(Json::ArrayIndex index) {
-    if (next_ != end_ && next_.index() == index) return *next_++;
+    if (dense_ || (next_ != end_ && next_.index() == index)) return *next_++;
     return Json::Value::nullSingleton();
   }
 
  private:
   Json::Value::const_iterator next_;
   Json::Value::const_iterator end_;
+  bool dense_ = false;
 };
 
 // A text read only when present: GetJsonString into the whole field.
@@ -202,7 +210,7 @@ bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32
     }
     return false;
   }
-  ArrayCursor element(source);
+  ArrayCursor element(source, 4);
   a = ReadInt(context, Segment::Index(0), element.At(0));
   b = ReadInt(context, Segment::Index(1), element.At(1));
   c = ReadInt(context, Segment::Index(2), element.At(2));
@@ -294,7 +302,7 @@ void ReadArrayIfPresent(const Members<C, Table>& object, const char (&key)[K], u
   if constexpr (C::kReporting) {
     if (size > count) NoteArrayClamped(object.context(), size, count);
   }
-  ArrayCursor element(member);
+  ArrayCursor element(member, count);
   for (uint32_t i = 0; i < count; ++i) {
     Step<C> entry(object.context(), Segment::Index(i));
     read(element.At(i), array[i]);

@@ -62,7 +62,7 @@ void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO
   if constexpr (C::kReporting) {
     if (times.size() > kSunEntries) NoteArrayClamped(context, times.size(), kSunEntries);
   }
-  ArrayCursor element(times);
+  ArrayCursor element(times, kSunEntries);
   for (uint32_t i = 0; i < kSunEntries; ++i) {
     Step<C> entry(context, Segment::Index(i));
     const auto sun = MembersOf<kSunTimeKeys>(element.At(i), context);

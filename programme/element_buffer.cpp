@@ -110,7 +110,7 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
   size_t used = 0;
   uint32_t stored = 0;
   size_t needed = 0;
-  codec::ArrayCursor cursor(elements);
+  codec::ArrayCursor cursor(elements, elements.size());
   for (Json::ArrayIndex j = 0; j < elements.size(); ++j) {
     const Json::Value& element = cursor.At(j);
     codec::Step<C> step(context, codec::Segment::Index(j));
