@@ -103,7 +103,7 @@ status, message = deserialize(op, {}, record(lib.gsc_answer_size(op) - 4))
 check(status == STATUS_WRONG_RECORD_SIZE, "wrong record size")
 check(lib.gsc_status_message(STATUS_WRONG_RECORD_SIZE).decode() in message, "status message")
 
-#An element buffer laid out from Python : one text element of the size the library gives.
+# An element buffer laid out from Python: one text element of the size the library gives.
 entry = lib.gsc_element_entry_size(EM_ELEMENT_TYPE_TEXT)
 text_record = ctypes.create_string_buffer(entry - 132)
 text_record[0:4] = b"news"
@@ -114,7 +114,7 @@ check(lib.gsc_element_append(buffer, entry, ctypes.byref(used), EM_ELEMENT_TYPE_
 check(lib.gsc_element_append(buffer, entry, ctypes.byref(used), EM_ELEMENT_TYPE_TEXT,
                              text_record) == STATUS_BUFFER_TOO_SMALL and used.value == entry,
       "append beyond the buffer")
-check(struct.unpack_from("<i", buffer, 0)[0] == EM_ELEMENT_TYPE_TEXT and
+check(struct.unpack_from("=i", buffer, 0)[0] == EM_ELEMENT_TYPE_TEXT and
       buffer.raw[132:137] == b"news\0", "entry layout")
 
 print("Python caller: %d failed" % len(failures))

@@ -2,6 +2,7 @@
 // buffer, against what the programme codecs lay down and read. Buffers start 4 but not 8 bytes
 // aligned, as records behind a header do, and end in guard bytes.
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -18,36 +19,45 @@ using gsc::test::SetText;
 
 constexpr unsigned char kFill = 0xEE;
 
+// Entry sizes from the records, so that the tests hold on every ABI (the x86_64 figures are
+// pinned by the record layout tests).
+constexpr uint32_t kHeader = GSC_ELEMENT_HEADER_SIZE;
+constexpr uint32_t kVideoEntry = kHeader + sizeof(tagNET_VIDEO_ELEMENT_INFO);
+constexpr uint32_t kTextEntry = kHeader + sizeof(tagNET_TEXT_ELEMENT_INFO);
+
 TEST(ElementSizes, EveryKindTakesItsHeaderAndRecordAndOtherKindsTheHeaderAlone) {
   const struct {
     int32_t kind;
     uint32_t entry;
-  } cases[] = {{EM_ELEMENT_TYPE_VIDEO, 4020},
-               {EM_ELEMENT_TYPE_PICTURE, 4036},
-               {EM_ELEMENT_TYPE_TEXT, 4628},
-               {EM_ELEMENT_TYPE_PLACEHOLDER, 3884},
-               {EM_ELEMENT_TYPE_CAPTURE, 4004},
-               {EM_ELEMENT_TYPE_UNKNOWN, 132},
-               {6, 132},
-               {-1, 132},
-               {INT32_MIN, 132},
-               {INT32_MAX, 132}};
+  } cases[] = {{EM_ELEMENT_TYPE_VIDEO, kVideoEntry},
+               {EM_ELEMENT_TYPE_PICTURE, kHeader + sizeof(tagNET_PICTURE_ELEMENT_INFO)},
+               {EM_ELEMENT_TYPE_TEXT, kTextEntry},
+               {EM_ELEMENT_TYPE_PLACEHOLDER, kHeader + sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO)},
+               {EM_ELEMENT_TYPE_CAPTURE, kHeader + sizeof(tagNET_CAPTURE_ELEMENT_INFO)},
+               {EM_ELEMENT_TYPE_UNKNOWN, kHeader},
+               {6, kHeader},
+               {-1, kHeader},
+               {INT32_MIN, kHeader},
+               {INT32_MAX, kHeader}};
   for (const auto& c : cases)
     EXPECT_EQ(gsc_element_entry_size(static_cast<EM_ELEMENT_TYPE>(c.kind)), c.entry) << c.kind;
   EXPECT_EQ(GSC_ELEMENT_HEADER_SIZE, 132U);
-  EXPECT_EQ(gsc_element_max_entry_size(), 4628U);
-  EXPECT_EQ(GSC_ELEMENT_ENTRY_MAX_SIZE, 4628U);
+  // The text element is the largest kind.
+  EXPECT_EQ(gsc_element_max_entry_size(), kTextEntry);
+  EXPECT_EQ(GSC_ELEMENT_ENTRY_MAX_SIZE, kTextEntry);
   EXPECT_EQ(gsc_element_buffer_size(0), 0U);
   EXPECT_EQ(gsc_element_buffer_size(64), GSC_ELEMENT_BUFFER_SIZE(64));
-  EXPECT_EQ(gsc_element_buffer_size(UINT32_MAX), size_t{UINT32_MAX} * 4628);
-  EXPECT_GE(sizeof(gsc_element_record), 4496U);
+  // SIZE_MAX when the bytes do not fit a size_t (on 32-bit ABIs).
+  const uint64_t most = uint64_t{UINT32_MAX} * kTextEntry;
+  EXPECT_EQ(gsc_element_buffer_size(UINT32_MAX), most > SIZE_MAX ? SIZE_MAX : most);
+  EXPECT_GE(sizeof(gsc_element_record), sizeof(tagNET_TEXT_ELEMENT_INFO));
 }
 
 // A video, an entry of unknown kind and a text element, appended.
 struct ThreeEntries {
   tagNET_VIDEO_ELEMENT_INFO video = {};
   tagNET_TEXT_ELEMENT_INFO text = {};
-  uint32_t size = 4020 + 132 + 4628;
+  uint32_t size = kVideoEntry + kHeader + kTextEntry;
   ThreeEntries() {
     SetText(video.szName, "clip");
     SetText(video.szPath, "/v.mp4");
@@ -69,8 +79,8 @@ TEST(ElementAppend, LaysEntriesTheWriterReadsWithZeroReservedBytes) {
   EXPECT_EQ(entries.AppendTo(buffer.data(), entries.size, used), std::vector<int>(3, 0));
   EXPECT_EQ(used, entries.size);
   EXPECT_TRUE(buffer.GuardsIntact());
-  for (const size_t header : {0, 4020, 4152})
-    for (size_t i = 4; i < 132; ++i) ASSERT_EQ(buffer.data()[header + i], 0) << header + i;
+  for (const size_t header : {0U, kVideoEntry, kVideoEntry + kHeader})
+    for (size_t i = 4; i < kHeader; ++i) ASSERT_EQ(buffer.data()[header + i], 0) << header + i;
 
   Json::Value elements;
   gsc::programme::WriteElementList(buffer.data(), 3, elements);
@@ -82,13 +92,15 @@ TEST(ElementAppend, LaysEntriesTheWriterReadsWithZeroReservedBytes) {
 
 TEST(ElementAppend, AnEntryThatDoesNotFitChangesNeitherBufferNorUsed) {
   const ThreeEntries entries;
-  for (const uint32_t length : {entries.size - 1, uint32_t{4020 + 132}, uint32_t{0}}) {
+  for (const uint32_t length : {entries.size - 1, kVideoEntry + kHeader, 0U}) {
     GuardedBytes buffer(length, 4, kFill);
     const std::vector<unsigned char> before(buffer.data(), buffer.data() + length);
     uint32_t used = 0;
     const std::vector<int> statuses = entries.AppendTo(buffer.data(), length, used);
     EXPECT_EQ(statuses.back(), GSC_STATUS_BUFFER_TOO_SMALL) << length;
-    const uint32_t kept = length >= 4152 ? 4152 : length >= 4020 ? 4020 : 0;
+    const uint32_t kept = length >= kVideoEntry + kHeader ? kVideoEntry + kHeader
+                          : length >= kVideoEntry         ? kVideoEntry
+                                                          : 0;
     EXPECT_EQ(used, kept) << length;
     EXPECT_TRUE(std::equal(before.begin() + kept, before.end(), buffer.data() + kept)) << length;
     EXPECT_TRUE(buffer.GuardsIntact()) << length;
@@ -134,16 +146,17 @@ std::vector<std::string> Walk(const unsigned char* buffer, uint32_t length, uint
 }
 
 TEST(ElementNext, WalksWhatTheReaderLaidDownAndStopsAtTheEnd) {
-  GuardedBytes buffer(4020 + 132 + 4628, 4);
+  constexpr uint32_t kLength = kVideoEntry + kHeader + kTextEntry;
+  GuardedBytes buffer(kLength, 4);
   const uint32_t stored = gsc::programme::ReadElementList(
       J(R"([{"Type": 0, "Name": "clip"}, {"Type": 7}, {"Type": 2, "Name": "news"}])"),
-      buffer.data(), 4020 + 132 + 4628);
+      buffer.data(), kLength);
   ASSERT_EQ(stored, 3U);
   uint32_t offset = 0;
-  EXPECT_EQ(Walk(buffer.data(), 4020 + 132 + 4628, 4, offset),
+  EXPECT_EQ(Walk(buffer.data(), kLength, 4, offset),
             (std::vector<std::string>{"1 clip", "0", "3 news",
                                       "status " + std::to_string(GSC_STATUS_BUFFER_TOO_SMALL)}));
-  EXPECT_EQ(offset, 4020U + 132 + 4628);
+  EXPECT_EQ(offset, kLength);
 }
 
 TEST(ElementNext, RefusesAnEntryCutByTheLengthOrTooLargeForTheRecordAndKeepsTheOffset) {
@@ -152,14 +165,14 @@ TEST(ElementNext, RefusesAnEntryCutByTheLengthOrTooLargeForTheRecordAndKeepsTheO
   uint32_t used = 0;
   entries.AppendTo(buffer.data(), entries.size, used);
   EM_ELEMENT_TYPE kind = EM_ELEMENT_TYPE_UNKNOWN;
-  uint32_t offset = 4152;
+  uint32_t offset = kVideoEntry + kHeader;
   GuardedBytes record(sizeof(tagNET_TEXT_ELEMENT_INFO) - 1, 0, kFill);
   EXPECT_EQ(gsc_element_next(buffer.data(), entries.size - 1, &offset, &kind, nullptr, 0),
             GSC_STATUS_BUFFER_TOO_SMALL);
   EXPECT_EQ(
       gsc_element_next(buffer.data(), entries.size, &offset, &kind, record.data(), record.size()),
       GSC_STATUS_BUFFER_TOO_SMALL);
-  EXPECT_EQ(offset, 4152U);
+  EXPECT_EQ(offset, kVideoEntry + kHeader);
   EXPECT_EQ(kind, EM_ELEMENT_TYPE_UNKNOWN);
   EXPECT_EQ(record.data()[0], kFill);
   EXPECT_TRUE(record.GuardsIntact());
