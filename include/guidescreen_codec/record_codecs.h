@@ -60,7 +60,7 @@ GSC_API void PacketNotes(const tagNET_GUIDESCREEN_NOTE_INFO* info, Json::Value& 
 // ---- Elements --------------------------------------------------------------------------------
 //
 // The element object of each kind. Readers do not read "Type" (the programme reader dispatches on
-// it) and take a record that must not be null; each always sets bFillerState and the kind's
+// it) and do nothing for a null record; each always sets bFillerState and the kind's
 // numbers and enumerations, keeps the name, texts and notes when missing, and replaces nNoteNum
 // with the length of a "Note" array (at most GSC_MAX_NOTES). Writers write "Name", the kind's
 // "Type" (video 0, picture 1, text 2, placeholder 3, capture 4), "FillerState", the kind's own
