@@ -26,8 +26,7 @@ std::string Unterminated(size_t size) {
 
 }  // namespace
 
-void NoteText(Reporting& context, const Segment& at, const Json::Value& value, const char* field,
-              size_t size) {
+void NoteText(Reporting& context, const Segment& at, const Json::Value& value, size_t size) {
   const char* begin = nullptr;
   const char* end = nullptr;
   std::string converted;
@@ -52,7 +51,6 @@ void NoteText(Reporting& context, const Segment& at, const Json::Value& value, c
   const auto received = static_cast<size_t>(end - begin);
   if (received <= size - 1) return;
   const size_t kept = CutPoint(begin, received, size - 1, true);
-  (void)field;
   context.Add(FindingKind::kTextCut, at,
               std::to_string(received) + " bytes received, " + std::to_string(kept) +
                   " kept in a field of " + std::to_string(size));

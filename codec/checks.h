@@ -17,9 +17,8 @@
 namespace gsc::codec {
 
 // Reading.
-// A text `value` stored into `field` of `size` bytes: cut, or converted from another type.
-void NoteText(Reporting& context, const Segment& at, const Json::Value& value, const char* field,
-              size_t size);
+// A text `value` stored into a field of `size` bytes: cut, or converted from another type.
+void NoteText(Reporting& context, const Segment& at, const Json::Value& value, size_t size);
 // A value about to be read with asInt, asBool or asDouble: what that conversion loses silently
 // (1.5 read as 1, true read as 1, 2 read as true). What it cannot convert, JsonCpp raises.
 void NoteInt(Reporting& context, const Json::Value& value);

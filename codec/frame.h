@@ -99,7 +99,7 @@ void ReadTextIfPresent(const Members<C, Table>& object, const char (&key)[K], ch
   const Json::Value& member = object[key];
   if (member.isNull()) return;
   GetJsonString(member, field, static_cast<int>(F), true);
-  if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, field, F);
+  if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, F);
 }
 
 // A text read always: a missing or null member stores an empty text.
@@ -108,7 +108,7 @@ void ReadText(const Members<C, Table>& object, const char (&key)[K], char (&fiel
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
   const Json::Value& member = object[key];
   GetJsonString(member, field, static_cast<int>(F), true);
-  if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, field, F);
+  if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, F);
 }
 
 // An integer read with asInt, as every number and enumeration is, at the path under way or at

@@ -101,7 +101,6 @@ class Members {
     return member != nullptr ? *member : Json::Value::nullSingleton();
   }
 
-  const Json::Value& json() const { return json_; }
   Context& context() const { return context_; }
 
  private:
