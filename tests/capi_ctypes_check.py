@@ -1,4 +1,4 @@
-#!/ usr / bin / env python3
+#!/usr/bin/env python3
 """Calls the shared library from Python through ctypes, as a caller without the C headers does:
 records are byte buffers of the sizes the library gives, with dwSize set. Run by the tests with
 the library's path; exits 0 when every check holds."""
@@ -48,7 +48,7 @@ def check(condition, what):
 def record(size):
     """A zero-filled record of `size` bytes with its dwSize set."""
     buffer = ctypes.create_string_buffer(size)
-    struct.pack_into("<I", buffer, 0, size)
+    struct.pack_into("=I", buffer, 0, size)
     return buffer
 
 
@@ -75,7 +75,7 @@ names = [lib.gsc_operation_name(i).decode() for i in range(lib.gsc_operation_cou
 check(len(names) == 17 and "GET_ALL_PROGRAMMES" in names, "operation names")
 check(lib.gsc_operation_name(len(names)) is None, "no name past the end")
 
-#GET_GUIDESCREEN_CFG_BYID : the request is dwSize and a 64 - byte screen identifier.
+# GET_GUIDESCREEN_CFG_BYID: the request is dwSize and a 64-byte screen identifier.
 op = b"GET_GUIDESCREEN_CFG_BYID"
 request = record(lib.gsc_request_size(op))
 check(len(request) == 68, "request size")
@@ -83,14 +83,14 @@ request[4:10] = b"hall-1"
 status, text = serialize(op, request)
 check(status == STATUS_OK and json.loads(text) == {"ScreenID": "hall-1"}, "serialize: %r" % text)
 
-#The answer : dwSize, then the screen record(its own dwSize, then a 64 - byte ID, then emStatus).
+# The answer: dwSize, then the screen record (its own dwSize, then a 64-byte ID, then emStatus).
 answer = record(lib.gsc_answer_size(op))
 status, message = deserialize(op, {"DisplayScreenCfg": {"ID": "hall-1", "Status": 1}}, answer)
 check(status == STATUS_OK and message == "", "deserialize: %s" % message)
 check(answer.raw[8:15] == b"hall-1\0", "szID")
-check(struct.unpack_from("<i", answer, 72)[0] == 2, "emStatus stored as the JSON value plus one")
+check(struct.unpack_from("=i", answer, 72)[0] == 2, "emStatus stored as the JSON value plus one")
 
-#Failures come back as statuses with their messages.
+# Failures come back as statuses with their messages.
 status, message = deserialize(op, b'{"DisplayScreenCfg": ', answer)
 check(status == STATUS_MALFORMED_JSON and message.startswith("malformed JSON: line 1, column 22"),
       "malformed: %s" % message)

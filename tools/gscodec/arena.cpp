@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -75,8 +76,11 @@ unsigned char* Arena::Map(size_t bytes) {
 unsigned char* Arena::Allocate(size_t bytes) {
   if (bytes >= kLargeBlock) return Map(bytes);
   blocks_.reserve(blocks_.size() + 1);
-  void* block = std::calloc(bytes ? bytes : 1, 1);
+  // malloc promises only what the ABI's fundamental types need (8 bytes on ILP32 targets), so
+  // the alignment is asked for; aligned_alloc wants a multiple of it as the size.
+  void* block = std::aligned_alloc(kAlignment, RoundUp(bytes ? bytes : 1));
   if (!block) throw std::bad_alloc();
+  std::memset(block, 0, RoundUp(bytes ? bytes : 1));
   blocks_.push_back({block, 0});
   return static_cast<unsigned char*>(block);
 }
