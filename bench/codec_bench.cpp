@@ -254,16 +254,20 @@ void RegisterReader(const std::string& name, std::function<std::unique_ptr<Reade
       benchmark::ClobberMemory();
     }
   });
-  benchmark::RegisterBenchmark((name + "/report").c_str(), [body](benchmark::State& state) {
-    ReaderBody& b = body->get();
-    gsc::Report report;
-    AllocationCounter count(state);
-    for (auto _ : state) {
-      b.read(b.answer, &report);
-      benchmark::ClobberMemory();
-    }
-    if (!report.empty()) state.SkipWithError(("findings: " + report.str()).c_str());
-  });
+  // The reporting overload, stopping at (report) or skipping (skip) values it cannot convert.
+  for (const gsc::OnFailure mode : {gsc::OnFailure::kStop, gsc::OnFailure::kSkip}) {
+    const std::string row = mode == gsc::OnFailure::kStop ? "/report" : "/skip";
+    benchmark::RegisterBenchmark((name + row).c_str(), [body, mode](benchmark::State& state) {
+      ReaderBody& b = body->get();
+      gsc::Report report(mode);
+      AllocationCounter count(state);
+      for (auto _ : state) {
+        b.read(b.answer, &report);
+        benchmark::ClobberMemory();
+      }
+      if (!report.empty()) state.SkipWithError(("findings: " + report.str()).c_str());
+    });
+  }
   benchmark::RegisterBenchmark((name + "/walk").c_str(), [body](benchmark::State& state) {
     ReaderBody& b = body->get();
     AllocationCounter count(state);

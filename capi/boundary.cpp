@@ -38,4 +38,12 @@ void WriteMessage(char* out, size_t capacity, int status, const std::string& det
   out[used] = '\0';
 }
 
+int WriteText(const std::string& text, char* out, size_t capacity, size_t* length) noexcept {
+  if (length != nullptr) *length = text.size();
+  if (text.size() >= capacity) return GSC_STATUS_BUFFER_TOO_SMALL;
+  std::copy_n(text.data(), text.size(), out);
+  out[text.size()] = '\0';
+  return GSC_STATUS_OK;
+}
+
 }  // namespace gsc::capi

@@ -37,6 +37,11 @@ int Guarded(std::string& detail, Body body) noexcept {
 // whole. Success stores an empty text. Nothing for a null `out`. Allocates nothing.
 void WriteMessage(char* out, size_t capacity, int status, const std::string& detail) noexcept;
 
+// Stores `text` and its terminator in `out` (`capacity` bytes), and its length in `*length` (which
+// may be null): GSC_STATUS_OK, or GSC_STATUS_BUFFER_TOO_SMALL with nothing stored when it does not
+// fit. The size protocol of every function that hands out JSON text.
+int WriteText(const std::string& text, char* out, size_t capacity, size_t* length) noexcept;
+
 }  // namespace gsc::capi
 
 #endif  // GUIDESCREEN_CODEC_CAPI_BOUNDARY_H

@@ -1,32 +1,56 @@
 #include "capi/operation_table.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 #include "guidescreen_codec/operations.h"
 
 namespace gsc::capi {
 namespace {
 
-// Every call of the C interface into a codec passes through these two thunks: here is where a
-// conversion JsonCpp refuses becomes a failure with its path and reason.
+// Every call of the C interface into a codec passes through these two thunks, to the reporting
+// overloads: a conversion JsonCpp refuses comes back as a finding with its path and reason.
 template <typename In>
-bool SerializeFrom(const void* in, Json::Value& params, std::string& failure) {
-  try {
-    return serialize(*static_cast<const In*>(in), params);
-  } catch (const Json::Exception& e) {
-    failure = e.what();
-    return false;
-  }
+bool SerializeFrom(const void* in, Json::Value& params, gsc::Report& report) {
+  return serialize(*static_cast<const In*>(in), params, report);
 }
 
-// The reporting overload: a failed conversion comes back with the path where it happened.
 template <typename Out>
-bool DeserializeInto(const Json::Value& result, void* out, std::string& failure) {
-  gsc::Report report;
-  if (deserialize(result, *static_cast<Out*>(out), report)) return true;
-  const gsc::Finding& failed = report.findings().back();
-  failure = (failed.path.empty() ? std::string("the result") : failed.path) + ": " + failed.detail;
-  return false;
+bool DeserializeInto(const Json::Value& result, void* out, gsc::Report& report) {
+  return deserialize(result, *static_cast<Out*>(out), report);
+}
+
+// Names compared as the C interface and gscodec take them: in any case.
+bool SameName(const char* typed, const char* name) {
+  for (; *typed != '\0' && *name != '\0'; ++typed, ++name) {
+    if (std::toupper(static_cast<unsigned char>(*typed)) != *name) return false;
+  }
+  return *typed == *name;
+}
+
+std::string Upper(const char* text) {
+  std::string upper(text);
+  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return upper;
+}
+
+// Edits (insertions, deletions, substitutions) that turn `a` into `b`.
+size_t EditDistance(const std::string& a, const std::string& b) {
+  std::vector<size_t> row(b.size() + 1);
+  for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (size_t i = 1; i <= a.size(); ++i) {
+    size_t diagonal = row[0];
+    row[0] = i;
+    for (size_t j = 1; j <= b.size(); ++j) {
+      const size_t above = row[j];
+      row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+      diagonal = above;
+    }
+  }
+  return row[b.size()];
 }
 
 template <typename In, typename Out>
@@ -74,9 +98,40 @@ size_t OperationCount() {
 
 const Operation* FindOperation(const char* name) {
   if (name == nullptr) return nullptr;
-  for (const Operation& op : kOperations)
-    if (std::strcmp(op.name, name) == 0) return &op;
-  return nullptr;
+  const auto* found = std::find_if(std::begin(kOperations), std::end(kOperations),
+                                   [name](const Operation& op) { return SameName(name, op.name); });
+  return found != std::end(kOperations) ? found : nullptr;
+}
+
+std::vector<const Operation*> SimilarOperations(const char* name) {
+  std::vector<const Operation*> similar;
+  if (name == nullptr) return similar;
+  const std::string wanted = Upper(name);
+  // A third of the name's length in edits, at least two: close enough to be a slip.
+  const size_t most = std::max<size_t>(2, wanted.size() / 3);
+  std::vector<std::pair<size_t, const Operation*>> close;
+  for (const Operation& op : kOperations) {
+    const size_t distance = EditDistance(wanted, op.name);
+    if (distance <= most) close.emplace_back(distance, &op);
+  }
+  if (close.empty() && wanted.size() >= 3) {
+    for (const Operation& op : kOperations)
+      if (std::strstr(op.name, wanted.c_str()) != nullptr) close.emplace_back(0, &op);
+  }
+  std::stable_sort(close.begin(), close.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (size_t i = 0; i < close.size() && i < 3; ++i) similar.push_back(close[i].second);
+  return similar;
+}
+
+std::string UnknownOperation(const char* name) {
+  std::string message = "'" + std::string(name != nullptr ? name : "") + "'";
+  const std::vector<const Operation*> similar = SimilarOperations(name);
+  for (size_t i = 0; i < similar.size(); ++i) {
+    message += i == 0 ? "; did you mean " : (i + 1 == similar.size() ? " or " : ", ");
+    message += similar[i]->name;
+  }
+  return similar.empty() ? message : message + "?";
 }
 
 }  // namespace gsc::capi

@@ -7,6 +7,9 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
+
+#include "guidescreen_codec/report.h"
 
 namespace gsc::capi {
 
@@ -16,20 +19,27 @@ struct Operation {
   size_t request_alignment;
   size_t answer_size;  // sizeof the output record
   size_t answer_alignment;
-  // The operation's serialize on the input record at `in`. False, with `failure` set, when a
-  // conversion failed; other exceptions (std::bad_alloc) pass.
-  bool (*serialize)(const void* in, Json::Value& params, std::string& failure);
-  // The operation's deserialize into the output record at `out`. False, with `failure` set to
-  // why, when a conversion failed and reading stopped; other exceptions pass.
-  bool (*deserialize)(const Json::Value& result, void* out, std::string& failure);
+  // The operation's reporting serialize on the input record at `in`, and its reporting
+  // deserialize into the output record at `out` (stopping at or skipping a failed conversion as
+  // the report says). False when a conversion failed and the call stopped: the report's last
+  // finding says where and why. Other exceptions (std::bad_alloc) pass.
+  bool (*serialize)(const void* in, Json::Value& params, gsc::Report& report);
+  bool (*deserialize)(const Json::Value& result, void* out, gsc::Report& report);
 };
 
 // The seventeen, in the order of operations.h.
 const Operation* Operations();
 size_t OperationCount();
 
-// The operation called exactly `name`, or nullptr (also for a null name).
+// The operation `name` names in any case, or nullptr (also for a null name).
 const Operation* FindOperation(const char* name);
+
+// Up to three operations `name` (which names none) was probably meant to be, closest first: a few
+// edits away, else those containing it. Empty when none is close.
+std::vector<const Operation*> SimilarOperations(const char* name);
+
+// "unknown operation: '<name>'" and the closest operations, for a message.
+std::string UnknownOperation(const char* name);
 
 }  // namespace gsc::capi
 

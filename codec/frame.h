@@ -112,11 +112,24 @@ void ReadText(const Members<C, Table>& object, const char (&key)[K], char (&fiel
 }
 
 // An integer read with asInt, as every number and enumeration is, at the path under way or at
-// that path extended by `at`.
+// that path extended by `at`. Stores into `out` and returns true, or, when the report skips
+// failures and JsonCpp cannot convert the value, leaves `out` and returns false (the value reads
+// as null: 0 where the step reads null, nothing where it tests for presence).
+template <typename C>
+bool ReadIntInto(C& context, const Json::Value& value, int32_t& out) {
+  if constexpr (C::kReporting) NoteInt(context, value);
+  return Converted(context, value, out, [](const Json::Value& v) { return v.asInt(); });
+}
+template <typename C>
+bool ReadIntInto(C& context, const Segment& at, const Json::Value& value, int32_t& out) {
+  Step<C> step(context, at);
+  return ReadIntInto(context, value, out);
+}
 template <typename C>
 int32_t ReadInt(C& context, const Json::Value& value) {
-  if constexpr (C::kReporting) NoteInt(context, value);
-  return value.asInt();
+  int32_t out = 0;  // what null reads as
+  ReadIntInto(context, value, out);
+  return out;
 }
 template <typename C>
 int32_t ReadInt(C& context, const Segment& at, const Json::Value& value) {
@@ -139,24 +152,30 @@ void ReadReal(const Members<C, Table>& object, const char (&key)[K], double& fie
   const Json::Value& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
   if constexpr (C::kReporting) NoteReal(object.context(), member);
-  field = member.asDouble();
+  double value = 0.0;  // what null reads as
+  Converted(object.context(), member, value, [](const Json::Value& v) { return v.asDouble(); });
+  field = value;
+}
+
+// A boolean read with asBool into `field`; false when it cannot be (see ReadIntInto).
+template <typename C>
+bool ReadBoolInto(C& context, const Segment& at, const Json::Value& value, bool& field) {
+  Step<C> step(context, at);
+  if constexpr (C::kReporting) NoteBool(context, value);
+  return Converted(context, value, field, [](const Json::Value& v) { return v.asBool(); });
 }
 
 // A boolean always read (missing gives false) or only when present.
-template <typename C>
-bool ReadBoolValue(C& context, const Segment& at, const Json::Value& value) {
-  Step<C> step(context, at);
-  if constexpr (C::kReporting) NoteBool(context, value);
-  return value.asBool();
-}
 template <typename C, const auto& Table, size_t K>
 void ReadBool(const Members<C, Table>& object, const char (&key)[K], bool& field) {
-  field = ReadBoolValue(object.context(), KeySegment(key), object[key]);
+  bool value = false;  // what null reads as
+  ReadBoolInto(object.context(), KeySegment(key), object[key], value);
+  field = value;
 }
 template <typename C, const auto& Table, size_t K>
 void ReadBoolIfPresent(const Members<C, Table>& object, const char (&key)[K], bool& field) {
   const Json::Value& member = object[key];
-  if (!member.isNull()) field = ReadBoolValue(object.context(), KeySegment(key), member);
+  if (!member.isNull()) ReadBoolInto(object.context(), KeySegment(key), member, field);
 }
 
 // Enumerations travel counted from 0 and are stored counted from 1 (0 = not set); N values.
@@ -165,10 +184,14 @@ void StoreEnum(int json, Enum& field) {
   field = static_cast<Enum>(json >= 0 && json < N ? json + 1 : 0);
 }
 
-// Reads one enumeration value and stores it; `at` names it.
+// Reads one enumeration value and stores it; `at` names it. A value that cannot be converted,
+// when skipped, stores what null does (JSON 0) unless `nullKeeps`: then the field is left alone,
+// as a presence-tested step leaves it for null.
 template <int N, typename C, typename Enum>
-void ReadEnumValue(C& context, const Segment& at, const Json::Value& value, Enum& field) {
-  const int32_t json = ReadInt(context, at, value);
+void ReadEnumValue(C& context, const Segment& at, const Json::Value& value, Enum& field,
+                   bool nullKeeps = false) {
+  int32_t json = 0;
+  if (!ReadIntInto(context, at, value, json) && nullKeeps) return;
   StoreEnum<N>(json, field);
   if constexpr (C::kReporting) {
     if (json < 0 || json >= N) NoteEnumOutOfRange(context, at, json, N);
@@ -187,14 +210,14 @@ template <int N, typename C, const auto& Table, typename Enum, size_t K>
 void ReadEnumIfPresent(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
   const Json::Value& member = object[key];
-  if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field);
+  if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field, true);
 }
 
 // An enumeration that keeps the caller's value when the member is missing or null.
 template <int N, typename C, const auto& Table, typename Enum, size_t K>
 void ReadEnumOrKeep(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
   const Json::Value& member = object[key];
-  if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field);
+  if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field, true);
 }
 
 // Four integers from a JSON array of exactly four elements, each under its index's path; any
@@ -237,13 +260,18 @@ void ReadColorIfPresent(const Members<C, Table>& object, const char (&key)[K],
   ReadFourInts(object.context(), member, "colour", field.nRed, field.nGreen, field.nBlue,
                field.nAlpha);
 }
+// The text of an array or object has no conversion: when skipped, the field is left as for null.
 template <typename C, const auto& Table, size_t K>
 void ReadTimeIfPresent(const Members<C, Table>& object, const char (&key)[K],
                        tagNET_TIME_OF_DAY& field) {
   const Json::Value& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
-  const ScanResult scan = ParseTimeOfDay(member, field);
+  ScanResult scan{};
+  if (!Converted(object.context(), member, scan,
+                 [&](const Json::Value& v) { return ParseTimeOfDay(v, field); })) {
+    return;
+  }
   if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "time of day");
 }
 template <typename C, const auto& Table, size_t K>
@@ -252,27 +280,40 @@ void ReadDateIfPresent(const Members<C, Table>& object, const char (&key)[K],
   const Json::Value& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
-  const ScanResult scan = ParseDate(member, field);
+  ScanResult scan{};
+  if (!Converted(object.context(), member, scan,
+                 [&](const Json::Value& v) { return ParseDate(v, field); })) {
+    return;
+  }
   if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "date");
+}
+
+// The object under `key` for a step that reads it only when present: null when missing, or when
+// it is no object and the report skips failures (noted under the key's path).
+template <typename C, const auto& Table, size_t K>
+const Json::Value& ObjectIfPresent(const Members<C, Table>& object, const char (&key)[K]) {
+  const Json::Value& member = object[key];
+  if (member.isNull()) return member;
+  Step<C> step(object.context(), KeySegment(key));
+  return ObjectOrNull(object.context(), member);
 }
 
 // An object read only when present and not null: read(member) runs under the member's path.
 template <typename C, const auto& Table, size_t K, typename ReadBody>
 void ReadObjectIfPresent(const Members<C, Table>& object, const char (&key)[K], ReadBody read) {
-  const Json::Value& member = object[key];
+  const Json::Value& member = ObjectIfPresent(object, key);
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   read(member);
 }
 
-// The members of the object under `key`, for a reader whose steps on that object are
-// interleaved with steps on its parent: each run of steps on it goes under Step(key). Unknown
-// members are noted under the object's own path.
-template <const auto& Nested, typename C, const auto& Table, size_t K>
-Members<C, Nested> NestedMembers(const Members<C, Table>& parent, const char (&key)[K]) {
-  const Json::Value& member = parent[key];
-  Step<C> step(parent.context(), KeySegment(key));
-  return Members<C, Nested>(member, parent.context());
+// The members of `member`, the object under `key` (from ObjectIfPresent), for a reader whose steps
+// on that object are interleaved with steps on its parent: each run of steps on it goes under
+// Step(key). Unknown members are noted under the object's own path.
+template <const auto& Nested, typename C, size_t K>
+Members<C, Nested> NestedMembers(C& context, const char (&key)[K], const Json::Value& member) {
+  Step<C> step(context, KeySegment(key));
+  return Members<C, Nested>(member, context);
 }
 
 // An object read always: a missing one is read as null, whose members all read as null.
@@ -280,7 +321,7 @@ template <typename C, const auto& Table, size_t K, typename ReadBody>
 void ReadObject(const Members<C, Table>& object, const char (&key)[K], ReadBody read) {
   const Json::Value& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
-  read(member);
+  read(ObjectOrNull(object.context(), member));
 }
 
 // An array read only when present, not null and an array: `count` becomes its size clamped to
@@ -485,7 +526,10 @@ template <typename C, typename Visit>
 void ForEachKeyedMember(C& context, const Json::Value& infos, Visit visit,
                         std::vector<std::string>* notVisited = nullptr) {
   if (!infos.isObject()) {
-    (void)infos.getMemberNames();  // empty for null; JsonCpp throws for any other type
+    // Empty for null; JsonCpp throws for any other type (noted and read as null when skipping).
+    size_t count = 0;
+    Converted(context, infos, count,
+              [](const Json::Value& v) { return v.getMemberNames().size(); });
     return;
   }
   auto it = infos.begin();

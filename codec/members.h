@@ -76,7 +76,8 @@ constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
 
 // The members of `json` against the keys of `Table`. `json` is only walked when it is an object;
 // a value of any other type has no members, and the first step that looks one up raises exactly
-// what JsonCpp's lookup raises for it, at that step.
+// what JsonCpp's lookup raises for it, at that step (or, when the report skips failures, `json`
+// is noted once and read as null: see ObjectOrNull).
 //
 // The table is a template argument so that a step finds its slot at compile time: among the
 // table's keys, only those as long as the step's literal can be it, and most lengths occur once.
@@ -85,8 +86,9 @@ class Members {
   static constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
 
  public:
-  Members(const Json::Value& json, Context& context) : json_(json), context_(context), slots_{} {
-    if (json.isObject()) Walk();
+  Members(const Json::Value& json, Context& context)
+      : json_(ObjectOrNull(context, json)), context_(context), slots_{} {
+    if (json_.isObject()) Walk();
   }
 
   // The member under `key` (a literal of the table), null when missing.

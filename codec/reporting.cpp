@@ -1,5 +1,7 @@
 #include "codec/reporting.h"
 
+#include "codec/json_string.h"
+
 namespace gsc::codec {
 namespace {
 
@@ -60,6 +62,89 @@ std::string PathName(const char* name, size_t length) {
   return out;
 }
 
+namespace {
+
+int HexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+// A quoted name from just after `["` up to its `"]`; `at` moves past it.
+bool ParseQuoted(const std::string& path, size_t& at, std::string& name) {
+  while (at < path.size()) {
+    const char c = path[at++];
+    if (c == '"') {
+      if (at >= path.size() || path[at] != ']') return false;
+      ++at;
+      return true;
+    }
+    if (c != '\\') {
+      name += c;
+      continue;
+    }
+    if (at >= path.size()) return false;
+    const char escaped = path[at++];
+    if (escaped == '"' || escaped == '\\') {
+      name += escaped;
+    } else if (escaped == 'u' && path.compare(at, 2, "00") == 0 && at + 4 <= path.size() &&
+               HexDigit(path[at + 2]) >= 0 && HexDigit(path[at + 3]) >= 0) {
+      name += static_cast<char>(HexDigit(path[at + 2]) * 16 + HexDigit(path[at + 3]));
+      at += 4;
+    } else {
+      return false;
+    }
+  }
+  return false;
+}
+
+bool ParseIndex(const std::string& path, size_t& at, uint32_t& index) {
+  uint64_t value = 0;
+  const size_t start = at;
+  while (at < path.size() && path[at] >= '0' && path[at] <= '9') {
+    value = value * 10 + static_cast<uint64_t>(path[at++] - '0');
+    if (value > 0xFFFFFFFFU) return false;
+  }
+  if (at == start || at >= path.size() || path[at] != ']') return false;
+  ++at;
+  index = static_cast<uint32_t>(value);
+  return true;
+}
+
+}  // namespace
+
+bool ParsePath(const std::string& path, std::vector<PathStep>& steps) {
+  steps.clear();
+  size_t at = 0;
+  while (at < path.size()) {
+    if (path[at] == '[') {
+      PathStep step{false, "", 0};
+      ++at;
+      if (at < path.size() && path[at] == '"') {
+        ++at;
+        if (!ParseQuoted(path, at, step.name)) return false;
+      } else {
+        step.isIndex = true;
+        if (!ParseIndex(path, at, step.index)) return false;
+      }
+      steps.push_back(std::move(step));
+      continue;
+    }
+    if (path[at] == '.') {
+      if (steps.empty()) return false;
+      ++at;
+    } else if (!steps.empty()) {
+      return false;
+    }
+    const size_t end = path.find_first_of(".[", at);
+    const size_t stop = end == std::string::npos ? path.size() : end;
+    if (stop == at) return false;
+    steps.push_back(PathStep{false, path.substr(at, stop - at), 0});
+    at = stop;
+  }
+  return true;
+}
+
 void Reporting::Add(gsc::FindingKind kind, std::string detail) {
   report_.add(kind, Path(nullptr), std::move(detail));
 }
@@ -92,7 +177,8 @@ std::string Describe(const Json::Value& value) {
       const char* end = nullptr;
       value.getString(&begin, &end);
       const auto length = static_cast<size_t>(end - begin);
-      std::string text(begin, length < kTextShown ? length : kTextShown);
+      // Cut where a character ends, so that a finding stays valid UTF-8 where the text was.
+      std::string text(begin, CutPoint(begin, length, kTextShown, true));
       return "text \"" + text + (length > kTextShown ? "...\"" : "\"");
     }
     case Json::arrayValue:

@@ -45,7 +45,11 @@ struct Silent {
 class Reporting {
  public:
   static constexpr bool kReporting = true;
-  explicit Reporting(gsc::Report& report) : report_(report) {}
+  explicit Reporting(gsc::Report& report)
+      : report_(report), skipping_(report.on_failure() == gsc::OnFailure::kSkip) {}
+
+  // Whether a value JsonCpp cannot convert is read as null (and noted) instead of stopping.
+  bool skipping() const { return skipping_; }
 
   void Push(const Segment& segment) { path_.push_back(segment); }
   void Pop() { path_.pop_back(); }
@@ -59,6 +63,7 @@ class Reporting {
 
   gsc::Report& report_;
   std::vector<Segment> path_;
+  bool skipping_;
 };
 
 // A path segment held for the life of a step. A step that throws leaves its segment in place, so
@@ -87,6 +92,45 @@ class Step {
   int unwinding_ = 0;
 };
 
+// Runs `convert(value)` (asInt, asBool, a member lookup, ...) into `out`: a conversion JsonCpp
+// may refuse. Returns true when it ran. A refused conversion raises Json::Exception, except when
+// the report skips failures: then it is noted as a failed conversion at the path under way with
+// JsonCpp's message, `out` keeps its value and false is returned, and the caller goes on reading
+// the value as it reads null.
+template <typename C, typename T, typename Convert>
+bool Converted(C& context, const Json::Value& value, T& out, Convert convert) {
+  if constexpr (C::kReporting) {
+    if (context.skipping()) {
+      try {
+        out = convert(value);
+      } catch (const Json::Exception& failure) {
+        context.Add(gsc::FindingKind::kConversionFailed, failure.what());
+        return false;
+      }
+      return true;
+    }
+  }
+  out = convert(value);
+  return true;
+}
+
+// The value a reader looks into for members: `value` itself, unless the report skips failures
+// and `value` is neither an object nor null, which JsonCpp's member lookup refuses. Such a value
+// is noted as a failed conversion at the path under way and read as null from here on. (Without
+// skipping, the lookup of the first member raises.)
+template <typename C>
+const Json::Value& ObjectOrNull(C& context, const Json::Value& value) {
+  if constexpr (C::kReporting) {
+    if (context.skipping() && !value.isObject() && !value.isNull()) {
+      bool found = false;
+      Converted(context, value, found,
+                [](const Json::Value& v) { return v.find("", "") != nullptr; });
+      return Json::Value::nullSingleton();
+    }
+  }
+  return value;
+}
+
 // Runs a reading or writing `body` silently, as the plain overloads do; always true.
 template <typename Body>
 bool RunSilent(Body body) {
@@ -97,7 +141,7 @@ bool RunSilent(Body body) {
 
 // Runs a reading or writing `body` with a report: the report is cleared first, and what JsonCpp
 // throws is caught and added as a failed conversion at the path where it was thrown. Returns
-// true when the body ran to its end.
+// true when the body ran to its end (always, when the report skips failures).
 template <typename Body>
 bool RunReporting(gsc::Report& report, Body body) {
   report.clear();
@@ -113,6 +157,17 @@ bool RunReporting(gsc::Report& report, Body body) {
 
 // A member name as a path writes it: bare, or ["..."] when it holds what a path uses.
 std::string PathName(const char* name, size_t length);
+
+// One step of a finding's path read back: a member name, or an array index.
+struct PathStep {
+  bool isIndex;
+  std::string name;
+  uint32_t index;
+};
+
+// The steps of `path` as the reports write paths (an empty path names the root); false when
+// `path` is not such a path.
+bool ParsePath(const std::string& path, std::vector<PathStep>& steps);
 
 // Short descriptions of JSON values for finding details: "object", "number 1.5", "true".
 std::string Describe(const Json::Value& value);

@@ -11,13 +11,15 @@
 //   15     the byte element buffers are pre-filled with
 //
 // The parsed value goes to every deserialize, plain and reporting on the same caller memory (same
-// bytes, same exception, findings that agree with what happened), then it and its first members or
-// elements go to every record reader. Caller arrays, brief listings, element buffers and single
-// records sit in guarded blocks whose guards are checked after every call; element buffers start 4
-// but not 8 bytes aligned. Json::Exception is how an answer of the wrong type ends; anything else
-// is a bug.
+// bytes, same exception, findings that agree with what happened; in skip mode, the bytes the plain
+// one leaves for the answer with each value it could not convert replaced by null), then it and its
+// first members or elements go to every record reader. Caller arrays, brief listings, element
+// buffers and single records sit in guarded blocks whose guards are checked after every call;
+// element buffers start 4 but not 8 bytes aligned. Json::Exception is how an answer of the wrong
+// type ends; anything else is a bug.
 #include <json/json.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -28,6 +30,7 @@
 
 #include "codec/field_codecs.h"
 #include "codec/json_string.h"
+#include "codec/reporting.h"
 #include "fuzz/fuzz_support.h"
 #include "guidescreen/attribute_codec.h"
 #include "guidescreen_codec/operations.h"
@@ -302,9 +305,61 @@ void CheckFindings(const Report& report, bool threw, const std::string& thrown, 
     Fail("the failed conversion is not the plain call's exception:", name);
 }
 
+bool SameFinding(const Finding& a, const Finding& b) {
+  return a.kind == b.kind && a.path == b.path && a.detail == b.detail;
+}
+
+// The answer with the value at the path of every failed conversion replaced by null.
+Json::Value NullAtFailures(const Json::Value& v, const Report& report, const char* name) {
+  Json::Value nulled = v;
+  std::vector<codec::PathStep> steps;
+  for (const Finding& f : report.findings()) {
+    if (f.kind != FindingKind::kConversionFailed) continue;
+    if (!codec::ParsePath(f.path, steps)) Fail("unreadable path of a failed conversion:", name);
+    Json::Value* at = &nulled;
+    for (const codec::PathStep& step : steps) {
+      if (step.isIndex ? !at->isArray() || step.index >= at->size()
+                       : !at->isObject() || !at->isMember(step.name))
+        Fail("a failed conversion's path names no value:", name);
+      at = step.isIndex ? &(*at)[step.index] : &(*at)[step.name];
+    }
+    *at = Json::Value();
+  }
+  return nulled;
+}
+
+// Skip mode on the same caller memory: it runs to the end; its findings start with those of the
+// stop mode (all of them, the failure included); and it leaves exactly the bytes the plain
+// deserialize leaves for the answer with each value it could not convert replaced by null, where
+// the reporting call finds what skip mode found but the failures.
+template <typename Out>
+void CheckSkipMode(Guards& g, const Json::Value& v, Out& out, const Report& stopped,
+                   const std::vector<std::vector<unsigned char>>& before, const char* name) {
+  g.Restore(before);
+  Report skipping(gsc::OnFailure::kSkip);
+  if (!deserialize(v, out, skipping)) Fail("the skipping deserialize stopped:", name);
+  const auto skipped = g.Snapshot();
+  const auto& found = skipping.findings();
+  if (found.size() < stopped.size() ||
+      !std::equal(stopped.findings().begin(), stopped.findings().end(), found.begin(), SameFinding))
+    Fail("skip mode found otherwise than stop mode up to the failure:", name);
+  const Json::Value nulled = NullAtFailures(v, skipping, name);
+  g.Restore(before);
+  Report again;
+  if (!deserialize(nulled, out, again)) Fail("the answer with nulls still fails:", name);
+  if (g.Snapshot() != skipped) Fail("skip mode left other bytes than the answer with nulls:", name);
+  std::vector<Finding> notFailures;
+  for (const Finding& f : found)
+    if (f.kind != FindingKind::kConversionFailed) notFailures.push_back(f);
+  if (!std::equal(notFailures.begin(), notFailures.end(), again.findings().begin(),
+                  again.findings().end(), SameFinding))
+    Fail("skip mode found otherwise than the answer with nulls:", name);
+}
+
 // Runs the plain deserialize, then the reporting one on the same caller memory restored to what
-// it held before: both must leave the same bytes and end the same way. The plain call's
-// exception, if any, is then raised again, as the plain call alone would have.
+// it held before: both must leave the same bytes and end the same way; then skip mode
+// (CheckSkipMode). The memory is left as the plain call left it, whose exception, if any, is then
+// raised again, as the plain call alone would have.
 template <typename Out>
 Report BothWays(Guards& g, const Json::Value& v, Out& out, const char* name) {
   const auto before = g.Snapshot();
@@ -323,6 +378,8 @@ Report BothWays(Guards& g, const Json::Value& v, Out& out, const char* name) {
   if (g.Snapshot() != plain) Fail("the reporting deserialize left other bytes:", name);
   if (finished == (exception != nullptr)) Fail("the reporting deserialize ended otherwise:", name);
   CheckFindings(report, exception != nullptr, thrown, name);
+  CheckSkipMode(g, v, out, report, before, name);
+  g.Restore(plain);
   if (exception) std::rethrow_exception(exception);
   return report;
 }

@@ -61,7 +61,8 @@ void ReadAllPlans(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& 
   Step<C> step(context, KeySegment("infos"));
   // One array filling up must not end the walk: later plans of the other kind still fit.
   ForEachKeyedMember(context, infos,
-                     [&](const Json::Value& plan, const char* name, const char* end) {
+                     [&](const Json::Value& member, const char* name, const char* end) {
+                       const Json::Value& plan = ObjectOrNull(context, member);
                        const EM_PROGRAMMEPLAN_TYPE kind = ReadPlanType(plan, context);
                        if (kind == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY)
                          imme.Read(plan, name, end, context);

@@ -43,10 +43,11 @@ template <typename C>
 void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context) {
   const auto plan = MembersOf<kTimerPlanKeys>(json, context);
   ReadPlanHeader(plan, info);
-  if (plan["Timer"].isNull()) return;
+  const Json::Value& timerObject = ObjectIfPresent(plan, "Timer");
+  if (timerObject.isNull()) return;
   // The opinion sits beside "Timer", in the middle of its steps; a plan without a "Timer"
   // carries no review to read.
-  const auto timer = NestedMembers<kTimerKeys>(plan, "Timer");
+  const auto timer = NestedMembers<kTimerKeys>(context, "Timer", timerObject);
   {
     const Step<C> step(context, KeySegment("Timer"));
     ReadEnum<kPeriodTypes>(timer, "PeriodType", info.emPeriodType);

@@ -112,8 +112,8 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
   size_t needed = 0;
   codec::ArrayCursor cursor(elements, elements.size());
   for (Json::ArrayIndex j = 0; j < elements.size(); ++j) {
-    const Json::Value& element = cursor.At(j);
     codec::Step<C> step(context, codec::Segment::Index(j));
+    const Json::Value& element = codec::ObjectOrNull(context, cursor.At(j));
     const int type =
         codec::ReadInt(context, codec::KeySegment("Type"), codec::Member(element, "Type"));
     const EM_ELEMENT_TYPE kind = ElementKindOfType(type);

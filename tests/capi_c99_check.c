@@ -124,6 +124,34 @@ static void refuse_bad_calls(void) {
   CHECK(strcmp(message, gsc_status_message(GSC_STATUS_WRONG_RECORD_SIZE)) == 0);
 }
 
+/* A listing with one programme a device got wrong: skipped, the others read, and the findings
+ * read through the report handle. */
+static void read_findings(void) {
+  static const char listing[] =
+      "{\"infos\": {\"a\": {\"ProgrammeID\": \"a\"}, \"b\": {\"ProgrammeID\": \"b\","
+      " \"Enable\": \"yes\"}, \"c\": {\"ProgrammeID\": \"c\"}}}";
+  static tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES out;
+  gsc_report* report = gsc_report_new();
+  char json[512];
+  size_t length = 0;
+  out.dwSize = sizeof out;
+  CHECK(report != NULL);
+  CHECK(gsc_deserialize_json_report("GET_ALL_BRIEFLYPROGRAMMES", listing, sizeof listing - 1, &out,
+                                    GSC_SKIP_FAILURES, report, NULL, 0) == GSC_STATUS_OK);
+  CHECK(out.nRetInfosNum == 3 && strcmp(out.stuInfos[2].szProgrammeID, "c") == 0);
+  CHECK(gsc_report_count(report) == 1);
+  CHECK(strcmp(gsc_report_kind(report, 0), "conversion-failed") == 0);
+  CHECK(strcmp(gsc_report_path(report, 0), "infos.b.Enable") == 0);
+  CHECK(strcmp(gsc_report_detail(report, 0), "Value is not convertible to bool.") == 0);
+  CHECK(gsc_report_path(report, 1) == NULL);
+  CHECK(gsc_report_json(report, json, sizeof json, &length) == GSC_STATUS_OK);
+  CHECK(strcmp(json,
+               "[{\"kind\":\"conversion-failed\",\"path\":\"infos.b.Enable\","
+               "\"detail\":\"Value is not convertible to bool.\"}]") == 0 &&
+        length == strlen(json));
+  gsc_report_free(report);
+}
+
 int main(void) {
   size_t i;
   CHECK(strcmp(gsc_version(), GSC_VERSION_STRING) == 0);
@@ -132,6 +160,7 @@ int main(void) {
   write_request();
   read_answer();
   refuse_bad_calls();
+  read_findings();
   printf("C99 caller: %d checks, %d failed\n", checks, failures);
   return failures == 0 ? 0 : 1;
 }

@@ -31,6 +31,19 @@ lib.gsc_serialize_json.argtypes = [ctypes.c_char_p, ctypes.c_void_p, ctypes.c_ch
                                    ctypes.c_size_t, ctypes.POINTER(ctypes.c_size_t)]
 lib.gsc_deserialize_json.argtypes = [ctypes.c_char_p, ctypes.c_char_p, ctypes.c_size_t,
                                      ctypes.c_void_p, ctypes.c_char_p, ctypes.c_size_t]
+lib.gsc_report_new.restype = ctypes.c_void_p
+lib.gsc_report_free.argtypes = [ctypes.c_void_p]
+lib.gsc_report_count.restype = ctypes.c_size_t
+lib.gsc_report_count.argtypes = [ctypes.c_void_p]
+for field in ("kind", "path", "detail"):
+    getattr(lib, "gsc_report_" + field).restype = ctypes.c_char_p
+    getattr(lib, "gsc_report_" + field).argtypes = [ctypes.c_void_p, ctypes.c_size_t]
+lib.gsc_report_json.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_size_t,
+                                ctypes.POINTER(ctypes.c_size_t)]
+lib.gsc_deserialize_json_report.argtypes = [ctypes.c_char_p, ctypes.c_char_p, ctypes.c_size_t,
+                                            ctypes.c_void_p, ctypes.c_uint, ctypes.c_void_p,
+                                            ctypes.c_char_p, ctypes.c_size_t]
+SKIP_FAILURES = 1
 lib.gsc_element_entry_size.restype = ctypes.c_uint32
 lib.gsc_element_entry_size.argtypes = [ctypes.c_int]
 lib.gsc_element_append.argtypes = [ctypes.c_void_p, ctypes.c_uint32,
@@ -98,10 +111,33 @@ status, message = deserialize(op, {"DisplayScreenCfg": {"Bright": [1]}}, answer)
 check(status == STATUS_CONVERSION_FAILED and message.startswith("failed conversion: "),
       "conversion: %s" % message)
 status, message = deserialize(b"GET_SCREEN", {}, answer)
-check(status == STATUS_UNKNOWN_OPERATION and message == "unknown operation", "unknown operation")
+check(status == STATUS_UNKNOWN_OPERATION and message.startswith("unknown operation: 'GET_SCREEN'"),
+      "unknown operation: %s" % message)
 status, message = deserialize(op, {}, record(lib.gsc_answer_size(op) - 4))
 check(status == STATUS_WRONG_RECORD_SIZE, "wrong record size")
 check(lib.gsc_status_message(STATUS_WRONG_RECORD_SIZE).decode() in message, "status message")
+
+# Findings through the report handle: with GSC_SKIP_FAILURES, a value that cannot be converted is
+# read as null and reading goes on.
+report = lib.gsc_report_new()
+data = json.dumps({"DisplayScreenCfg": {"ID": "hall-2", "Bright": "high", "Extra": 1}}).encode()
+status = lib.gsc_deserialize_json_report(b"get_guidescreen_cfg_byid", data, len(data), answer,
+                                         SKIP_FAILURES, report, None, 0)
+check(status == STATUS_OK and answer.raw[8:15] == b"hall-2\0", "skip mode: %d" % status)
+findings = [tuple(getattr(lib, "gsc_report_" + field)(report, i).decode()
+                  for field in ("kind", "path", "detail"))
+            for i in range(lib.gsc_report_count(report))]
+check(findings == [("unknown-member", "DisplayScreenCfg.Extra",
+                    "unknown member, ignored: number 1"),
+                   ("conversion-failed", "DisplayScreenCfg.Bright",
+                    "Value is not convertible to Int.")], "findings: %r" % findings)
+length = ctypes.c_size_t(0)
+check(lib.gsc_report_json(report, None, 0, ctypes.byref(length)) == STATUS_BUFFER_TOO_SMALL,
+      "report JSON size")
+text = ctypes.create_string_buffer(length.value + 1)
+check(lib.gsc_report_json(report, text, len(text), ctypes.byref(length)) == STATUS_OK and
+      [tuple(f.values()) for f in json.loads(text.value)] == findings, "report JSON")
+lib.gsc_report_free(report)
 
 # An element buffer laid out from Python: one text element of the size the library gives.
 entry = lib.gsc_element_entry_size(EM_ELEMENT_TYPE_TEXT)

@@ -111,7 +111,6 @@ TEST(SerializeJson, RefusesUnknownOperationsWrongSizesAndMissingArguments) {
     int status;
   } cases[] = {
       {"GET_SCREEN", &in, GSC_STATUS_UNKNOWN_OPERATION},
-      {"get_guidescreen_cfg_byid", &in, GSC_STATUS_UNKNOWN_OPERATION},
       {nullptr, &in, GSC_STATUS_INVALID_ARGUMENT},
       {"GET_GUIDESCREEN_CFG_BYID", nullptr, GSC_STATUS_INVALID_ARGUMENT},
       {"GET_GUIDESCREEN_CFG_BYID", shifted + 1, GSC_STATUS_INVALID_ARGUMENT},
@@ -128,6 +127,8 @@ TEST(SerializeJson, RefusesUnknownOperationsWrongSizesAndMissingArguments) {
   size_t length = 0;
   EXPECT_EQ(gsc_serialize_json("GET_GUIDESCREEN_CFG_BYID", &in, nullptr, 8, &length),
             GSC_STATUS_INVALID_ARGUMENT);
+  // Names are taken in any case.
+  EXPECT_EQ(Serialize("get_guidescreen_CFG_byid", &in, 64).text, R"({"ScreenID":"x"})");
 }
 
 TEST(DeserializeJson, MergesTheAnswerAsDeserializeDoesAndEmptiesTheMessage) {
@@ -213,7 +214,9 @@ TEST(DeserializeJson, RefusesUnknownOperationsWrongSizesAndMissingArguments) {
   tagNET_OUT_DEL_PROGRAMMES out = {sizeof out};
   tagNET_OUT_DEL_PROGRAMMES wrong = {0};
   EXPECT_EQ(Deserialize("DEL_PROGRAMME", "{}", out).status, GSC_STATUS_UNKNOWN_OPERATION);
-  EXPECT_EQ(Deserialize("DEL_PROGRAMME", "{}", out).message, "unknown operation");
+  EXPECT_EQ(Deserialize("DEL_PROGRAMME", "{}", out).message,
+            "unknown operation: 'DEL_PROGRAMME'; did you mean DEL_PROGRAMMES?");
+  EXPECT_EQ(Deserialize("del_programmes", "{}", out).status, GSC_STATUS_OK);
   EXPECT_EQ(Deserialize("DEL_PROGRAMMES", "{}", wrong).status, GSC_STATUS_WRONG_RECORD_SIZE);
   char message[64];
   EXPECT_EQ(gsc_deserialize_json("DEL_PROGRAMMES", nullptr, 2, &out, message, sizeof message),

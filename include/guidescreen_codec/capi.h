@@ -30,7 +30,8 @@ extern "C" {
 
 /* Success. */
 #define GSC_STATUS_OK 0
-/* No operation has that name (gsc_operation_name lists them). */
+/* No operation has that name (gsc_operation_name lists them); the message names it and the
+ * closest operation. */
 #define GSC_STATUS_UNKNOWN_OPERATION 1
 /* The text is not one JSON document; the message gives the line and column. */
 #define GSC_STATUS_MALFORMED_JSON 2
@@ -62,6 +63,15 @@ GSC_API const char* gsc_version(void);
 GSC_API size_t gsc_operation_count(void);
 GSC_API const char* gsc_operation_name(size_t index);
 
+/* Wherever a function takes an operation's name, the name may be given in any case
+ * ("get_all_programmes"). gsc_operation_lookup gives the operation's own name for such a name, or
+ * NULL when it names none; gsc_operation_suggestion(name, i) gives the i-th closest operation
+ * (i from 0; at most three, closest first) to a name that names none: a few edits away
+ * ("GET_ALL_PROGRAMS"), or else containing it ("PLANS"); NULL past the last. The texts are
+ * static. */
+GSC_API const char* gsc_operation_lookup(const char* name);
+GSC_API const char* gsc_operation_suggestion(const char* name, size_t index);
+
 /* The size in bytes of the operation's input record (tagNET_IN_...) and output record
  * (tagNET_OUT_...), the value their dwSize must hold; 0 for an unknown operation. Callers
  * without the record declarations (Python, C#) can allocate records of the right size. */
@@ -82,6 +92,46 @@ GSC_API size_t gsc_answer_size(const char* operation);
 GSC_API int gsc_serialize_json(const char* operation, const void* in_record, char* json,
                                size_t capacity, size_t* length);
 
+/* ---- Reports --------------------------------------------------------------------------------- */
+/* What an answer held that the record could not take, or what a request could not send: the
+ * findings of one call, each with its kind ("text-cut"), its path
+ * ("infos.P-7.Ordinary.Windows[3].Elements[2].Text.Content") and a detail ("600 bytes received,
+ * 511 kept in a field of 512"), in the order the codec met them. A report is filled by
+ * gsc_deserialize_json_report and gsc_serialize_json_report, which clear it first; the kinds and
+ * the paths are those of the C++ gsc::Report (guidescreen_codec/report.h).
+ *
+ * A report is not shared between threads while a call fills it; each thread may have its own. */
+typedef struct gsc_report gsc_report;
+
+/* A new, empty report, or NULL when memory ran out. Free it with gsc_report_free. */
+GSC_API gsc_report* gsc_report_new(void);
+/* Frees `report`; nothing for NULL. */
+GSC_API void gsc_report_free(gsc_report* report);
+
+/* The number of findings; 0 for NULL. */
+GSC_API size_t gsc_report_count(const gsc_report* report);
+/* The kind, path and detail of finding `index` (from 0) as terminated UTF-8 texts owned by the
+ * report, valid until it is filled again or freed; NULL past the end or for a NULL report. A
+ * path is empty for a finding about the whole answer or request. */
+GSC_API const char* gsc_report_kind(const gsc_report* report, size_t index);
+GSC_API const char* gsc_report_path(const gsc_report* report, size_t index);
+GSC_API const char* gsc_report_detail(const gsc_report* report, size_t index);
+
+/* The findings as a JSON array of objects {"kind": ..., "path": ..., "detail": ...}, in order, in
+ * `json` (`capacity` bytes, terminated), its length without the terminator in `*length` (may be
+ * NULL), with the size protocol of gsc_serialize_json: GSC_STATUS_BUFFER_TOO_SMALL (and an empty
+ * text) when it does not fit, so json NULL and capacity 0 learn the size. A byte that is not part
+ * of valid UTF-8 (a device's member name) is written as U+FFFD. A NULL report gives
+ * GSC_STATUS_INVALID_ARGUMENT. */
+GSC_API int gsc_report_json(const gsc_report* report, char* json, size_t capacity, size_t* length);
+
+/* A flag of gsc_deserialize_json_report: a value that cannot be converted (a text where a number
+ * belongs, a number where an object must be looked into) is read as JSON null would be read at
+ * that step and noted as a "conversion-failed" finding, and reading goes on to the end
+ * (gsc::OnFailure::kSkip). The record then holds exactly what gsc_deserialize_json leaves for the
+ * same answer with each value named by such a finding replaced by null. */
+#define GSC_SKIP_FAILURES 1u
+
 /* Parses `length` bytes of JSON text (the answer's result object; no terminator needed) and
  * merges it into the output record `out_record` of `operation`, exactly as deserialize does:
  * the record is not cleared first, caller arrays and element buffers set in it are filled up to
@@ -90,12 +140,29 @@ GSC_API int gsc_serialize_json(const char* operation, const void* in_record, cha
  *
  * On failure a terminated message goes to `message` (`message_capacity` bytes; cut to fit, and
  * nothing when the capacity is 0): the status's description, then for malformed JSON the line
- * and column, for a failed conversion the path of the value (as the reports write it, e.g.
- * "DisplayScreenCfg.Bright") and JsonCpp's reason. A failed conversion leaves the record
+ * and column ("malformed JSON: line 1, column 43: ..."), for a failed conversion the path of the
+ * value (as the reports write it, e.g. "DisplayScreenCfg.Bright") and JsonCpp's reason, for an
+ * unknown operation its name and the closest one ("unknown operation: 'GET_ALL_PROGRAMS'; did you
+ * mean GET_ALL_PROGRAMMES?"). A failed conversion leaves the record
  * partly filled, as far as reading got. On success the message is empty. The record's dwSize must
  * be gsc_answer_size(operation). */
 GSC_API int gsc_deserialize_json(const char* operation, const char* json, size_t length,
                                  void* out_record, char* message, size_t message_capacity);
+
+/* gsc_deserialize_json, with findings: `report` (may be NULL) is cleared, then receives what the
+ * answer held that the record could not take. Without flags, a value that cannot be converted
+ * stops reading as in gsc_deserialize_json (GSC_STATUS_CONVERSION_FAILED), and is the report's
+ * last finding; with GSC_SKIP_FAILURES it is read as null and noted, reading goes on, and the
+ * status is GSC_STATUS_OK. Other flags give GSC_STATUS_INVALID_ARGUMENT. */
+GSC_API int gsc_deserialize_json_report(const char* operation, const char* json, size_t length,
+                                        void* out_record, unsigned flags, gsc_report* report,
+                                        char* message, size_t message_capacity);
+
+/* gsc_serialize_json, with findings: `report` (may be NULL) is cleared, then receives what the
+ * record held that the request could not send (a count beyond its array, an enumeration outside
+ * its values, a text without terminator). */
+GSC_API int gsc_serialize_json_report(const char* operation, const void* in_record, char* json,
+                                      size_t capacity, size_t* length, gsc_report* report);
 
 /* ---- Element buffers ------------------------------------------------------------------------- */
 /* A window's element buffer holds entries end to end: a tagNET_ELEMENT_COMMON_INFO header (132

@@ -29,7 +29,8 @@ enum class FindingKind : int {
   kUnknownMember,       // a member no reader or writer of that object uses
   kValueConverted,      // a value of another JSON type converted silently (1.5 read as 1)
   kValueMalformed,      // a value of a shape the reader skips or reads in part
-  kConversionFailed,    // JsonCpp could not convert a value: reading stopped there
+  kConversionFailed,    // JsonCpp could not convert a value: reading stopped there (or, with
+                        // OnFailure::kSkip, read it as null and went on)
   // Writing a request.
   kCountBeyondCapacity,     // a count above its array's capacity: the entries past it not sent
   kEnumNotSent,             // an enumeration outside its values, left out of the request
@@ -53,10 +54,32 @@ struct Finding {
   std::string detail;
 };
 
+// What a reporting deserialize does with a value JsonCpp cannot convert (a text where a number
+// belongs, a number where an object or array must be looked into).
+enum class OnFailure : int {
+  // Stop there, as the plain overload does when it throws: the record is filled up to that
+  // value, the failure is the last finding, and the call returns false.
+  kStop,
+  // Read the value as JSON null would be read at that step, note the failure, and go on to the
+  // end; the call returns true. The record then holds exactly the bytes the plain overload leaves
+  // for the same answer with every value named by a conversion-failed finding replaced by null:
+  // a text where a number belongs reads as a missing number, {"infos": 5} as no records, and the
+  // counts are set as for a complete read. Writing never fails this way and is unaffected.
+  kSkip,
+};
+
 // The findings of one call, in the order they happened. A reporting overload clears the report
 // before it starts, so after the call it holds that call's findings only.
 class Report {
  public:
+  // A report whose deserialize stops at the first value it cannot convert.
+  Report() noexcept = default;
+  // A report whose deserialize stops at, or skips, values it cannot convert.
+  explicit Report(OnFailure on_failure) noexcept : on_failure_(on_failure) {}
+
+  // What a reporting deserialize does with a value it cannot convert.
+  OnFailure on_failure() const noexcept { return on_failure_; }
+
   const std::vector<Finding>& findings() const noexcept { return findings_; }
   bool empty() const noexcept { return findings_.empty(); }
   size_t size() const noexcept { return findings_.size(); }
@@ -69,8 +92,14 @@ class Report {
   // elements, capacity 16"), each ended by a newline. Empty when there are none.
   GSC_API std::string str() const;
 
+  // The findings as one line of JSON: an array of {"kind": ..., "path": ..., "detail": ...}
+  // objects in order ("[]" when there are none). A byte that is not part of valid UTF-8 (a
+  // device's member name may hold any) is written as U+FFFD, so the text is always valid JSON.
+  GSC_API std::string json() const;
+
  private:
   std::vector<Finding> findings_;
+  OnFailure on_failure_ = OnFailure::kStop;
 };
 
 // Prints `report.str()`.

@@ -4,11 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -27,31 +29,34 @@ using gsc::fields::Operation;
 constexpr char kUsage[] =
     "usage: gscodec list\n"
     "       gscodec decode OPERATION [FILE|-] [--capacity N] [--elements-buffer BYTES]\n"
-    "                                         [--show-secrets]\n"
+    "                                         [--keep-going] [--show-secrets]\n"
     "       gscodec encode OPERATION [FILE|-] [--show-secrets]\n"
     "       gscodec check OPERATION [FILE|-] [--capacity N] [--elements-buffer BYTES]\n"
-    "       gscodec check --request OPERATION [FILE|-]\n"
+    "                                        [--format text|json]\n"
+    "       gscodec check --request OPERATION [FILE|-] [--format text|json]\n"
     "       gscodec sample decode|encode OPERATION\n"
     "       gscodec --version | --help\n"
     "\n"
     "decode  reads a device answer (the result object deserialize receives) and prints what the\n"
     "        caller's output record received, keyed by the record's field names. Caller arrays\n"
-    "        hold --capacity records (default 32); each window's element buffer holds\n"
-    "        --elements-buffer bytes (default: room for 64 entries of the largest kind).\n"
+    "        have room for every record the answer holds, or for --capacity N; each window's\n"
+    "        element buffer for the most elements any window of the answer holds, or\n"
+    "        --elements-buffer BYTES. A value that cannot be converted stops it (exit status\n"
+    "        1), unless --keep-going reads it as null, goes on and prints the record.\n"
     "encode  reads an input record in that field-named form and prints the request parameters\n"
     "        serialize writes.\n"
     "check   reads a device answer (or with --request an input record) as decode (encode)\n"
-    "        does and prints, one per line as 'path: kind: detail', what the record could not\n"
-    "        take (or the request could not send). Exit status 0 with no findings, 1 with any.\n"
-    "decode and encode print those findings on standard error.\n"
+    "        does, going on past values that cannot be converted, and prints every finding:\n"
+    "        what the record could not take (or the request could not send), one per line as\n"
+    "        'path: kind: detail', or with --format json as a JSON array of {kind, path,\n"
+    "        detail}. Exit status 0 with no findings, 1 with any, 2 for bad usage or input\n"
+    "        that cannot be read as JSON.\n"
+    "decode and encode print their findings on standard error.\n"
     "Input is FILE, or standard input for '-' or when no FILE is given and standard input is\n"
-    "not a terminal; from a terminal without FILE the operation's embedded sample is used.\n"
-    "Operation names may be given in any case. Passwords are shown as \"***\" unless\n"
-    "--show-secrets is given. Exit status: 0 success, 1 bad input (or findings, for check),\n"
-    "2 bad usage.\n";
-
-// Room for 64 entries of the largest kind.
-const uint32_t kDefaultElementsBuffer = static_cast<uint32_t>(gsc_element_buffer_size(64));
+    "not a terminal ('gscodec sample decode OPERATION | gscodec check OPERATION' checks the\n"
+    "embedded sample). Operation names may be given in any case. Passwords are shown as\n"
+    "\"***\" unless --show-secrets is given. Exit status of decode and encode: 0 success,\n"
+    "1 bad input, 2 bad usage.\n";
 
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -62,9 +67,13 @@ struct InputError : std::runtime_error {
 
 struct Arguments {
   std::vector<std::string> words;
-  gsc::fields::Room room{32, kDefaultElementsBuffer};
+  // Given by --capacity and --elements-buffer; otherwise room for everything the answer holds.
+  std::optional<uint32_t> capacity;
+  std::optional<uint32_t> elements_buffer;
   gsc::fields::ShowOptions show;
-  bool request = false;  // check: the input is a request record
+  bool request = false;     // check: the input is a request record
+  bool keep_going = false;  // decode: skip values that cannot be converted
+  bool json = false;        // check: findings as a JSON array
 };
 
 uint32_t ParseCount(const std::string& option, const std::string& text, uint32_t most) {
@@ -92,17 +101,24 @@ Arguments ParseArguments(int argc, char** argv) {
     }
     if (word == "--show-secrets") {
       args.show.show_secrets = true;
-    } else if (word == "--capacity" || word == "--elements-buffer") {
+    } else if (word == "--capacity" || word == "--elements-buffer" || word == "--format") {
       if (value.empty()) {
         if (i + 1 == argc) throw UsageError(word + " needs a value");
         value = argv[++i];
       }
-      if (word == "--capacity")
-        args.room.capacity = ParseCount(word, value, 4096);
-      else
-        args.room.elements_buffer = ParseCount(word, value, 1u << 26);
+      if (word == "--capacity") {
+        args.capacity = ParseCount(word, value, 1u << 20);
+      } else if (word == "--elements-buffer") {
+        args.elements_buffer = ParseCount(word, value, 1u << 26);
+      } else if (value == "json" || value == "text") {
+        args.json = value == "json";
+      } else {
+        throw UsageError("--format takes text or json");
+      }
     } else if (word == "--request") {
       args.request = true;
+    } else if (word == "--keep-going") {
+      args.keep_going = true;
     } else if (word == "--help" || word == "-h") {
       args.words = {"help"};
       return args;
@@ -161,25 +177,31 @@ struct Input {
 };
 
 // The JSON text of FILE; of standard input for "-", or without FILE when standard input is not
-// a terminal; else the embedded sample.
-Input ReadInput(const std::vector<std::string>& words, const std::string& sample) {
+// a terminal. From a terminal without FILE there is nothing to read: the usage error says how to
+// feed the embedded sample instead. `sample` names the sample that fits ("decode" or "encode").
+Input ReadInput(const std::vector<std::string>& words, const std::string& invocation,
+                const char* sample) {
   if (words.size() > 3) throw UsageError("too many arguments");
   const bool from_stdin = words.size() == 3 ? words[2] == "-" : isatty(STDIN_FILENO) == 0;
-  if (words.size() < 3 && !from_stdin) return {"the embedded sample", sample};
+  if (words.size() < 3 && !from_stdin) {
+    throw UsageError(words[0] + " reads FILE, or standard input when it is not a terminal; " +
+                     "give FILE or '-', or feed it the embedded sample: 'gscodec sample " + sample +
+                     " " + words[1] + " | gscodec " + invocation + "'");
+  }
   Input input = from_stdin ? Input{"standard input", ReadAll(stdin, "standard input")}
                            : Input{words[2], ReadFile(words[2])};
   if (input.text.find_first_not_of(" \t\r\n") == std::string::npos) {
     std::string hint;
     if (words.size() < 3)
       hint = " (no FILE was given and standard input is not a terminal; 'gscodec sample " +
-             words[0] + " " + words[1] + "' prints the embedded sample)";
+             std::string(sample) + " " + words[1] + "' prints the embedded sample)";
     throw InputError(input.source + " is empty: expected a JSON document" + hint);
   }
   return input;
 }
 
 // Parses JSON text: exactly one document, with white space only after it. A syntax error names
-// the source with its line and column.
+// the source with its line and column, written as the library's messages write them.
 Json::Value ParseJson(const std::string& source, const std::string& text, bool strict) {
   Json::CharReaderBuilder builder;
   builder["collectComments"] = false;
@@ -201,8 +223,9 @@ Json::Value ParseJson(const std::string& source, const std::string& text, bool s
   if (newline != std::string::npos) {
     const size_t start = message.find_first_not_of(' ', newline + 1);
     const size_t end = message.find('\n', newline + 1);
-    message = message.substr(0, newline) + ": " +
-              message.substr(start, end == std::string::npos ? end : end - start);
+    std::string where = message.substr(0, newline);
+    for (char& c : where) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    message = where + ": " + message.substr(start, end == std::string::npos ? end : end - start);
   }
   throw InputError("malformed JSON in " + source + ": " + message);
 }
@@ -233,17 +256,27 @@ LeftToExit& KeptUntilExit() {
   return *kept;
 }
 
+// The room a caller gives the record of `op` for `answer`: what the options say, and where they
+// say nothing, room for every record and element the answer holds, so that only what a caller
+// with that room would lose is reported.
+gsc::fields::Room RoomFor(const Json::Value& answer, const Arguments& args) {
+  const gsc::fields::Room all = gsc::fields::RoomForAnswer(answer);
+  return {args.capacity.value_or(all.capacity), args.elements_buffer.value_or(all.elements_buffer)};
+}
+
 // Reads the answer into the caller's record through the reporting deserialize, and prints the
-// record when `print` is set; a failed conversion is an input error that names its path. The
-// answer's text is let go once parsed, and the record is printed straight from its bytes.
+// record when `print` is set. Stopped at a failed conversion, that is an input error naming its
+// path. The answer's text is let go once parsed, and the record is printed straight from its
+// bytes.
 void Decode(const Operation& op, Input input, const Arguments& args, bool print,
             gsc::Report& report) {
   LeftToExit& kept = KeptUntilExit();
   kept.answer = std::make_unique<Json::Value>(ParseJson(input.source, input.text, false));
   std::string().swap(input.text);
-  kept.received = gsc::fields::Receive(op, *kept.answer, args.room, &report);
+  kept.received = gsc::fields::Receive(op, *kept.answer, RoomFor(*kept.answer, args), &report);
   if (!print) return;
-  if (!report.empty() && report.findings().back().kind == gsc::FindingKind::kConversionFailed) {
+  if (report.on_failure() == gsc::OnFailure::kStop && !report.empty() &&
+      report.findings().back().kind == gsc::FindingKind::kConversionFailed) {
     const gsc::Finding& failure = report.findings().back();
     // What was found before the failure goes to standard error, the failure itself into the
     // error message.
@@ -255,7 +288,7 @@ void Decode(const Operation& op, Input input, const Arguments& args, bool print,
     std::fputs(before.str().c_str(), stderr);
     throw InputError("deserialize raised Json::Exception at " +
                      (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
-                     failure.detail);
+                     failure.detail + " (--keep-going reads such values as null and goes on)");
   }
   gsc::fields::PrintRecord(stdout, *op.answer, kept.received->record, args.show);
 }
@@ -291,20 +324,26 @@ int Run(const Arguments& args) {
   if (command != "decode" && command != "encode" && command != "check")
     throw UsageError("unknown command " + command);
   if (args.request && command != "check") throw UsageError("--request goes with check");
+  if (args.keep_going && command != "decode") throw UsageError("--keep-going goes with decode");
+  if (args.json && command != "check") throw UsageError("--format goes with check");
   if (words.size() < 2) throw UsageError(command + " needs an operation");
   const Operation& op = FindOperation(words[1]);
-  gsc::Report report;
-  if (command == "decode" || (command == "check" && !args.request)) {
-    Decode(op, ReadInput(words, op.answer_sample), args, command == "decode", report);
+  // check lists every finding, so it goes past a failed conversion as decode --keep-going does.
+  gsc::Report report(command == "check" || args.keep_going ? gsc::OnFailure::kSkip
+                                                           : gsc::OnFailure::kStop);
+  const bool reads = command == "decode" || (command == "check" && !args.request);
+  const std::string invocation = command + (args.request ? " --request " : " ") + words[1];
+  const Input input = ReadInput(words, invocation, reads ? "decode" : "encode");
+  if (reads) {
+    Decode(op, input, args, command == "decode", report);
   } else {
-    const Input input = ReadInput(words, op.request_sample);
     Json::Value params =
         gsc::fields::Encode(op, ParseJson(input.source, input.text, true), &report);
     if (!args.show.show_secrets) MaskPasswords(params);
     if (command == "encode") gsc::fields::PrintJson(stdout, params);
   }
   if (command == "check") {
-    std::fputs(report.str().c_str(), stdout);
+    std::fputs(args.json ? (report.json() + "\n").c_str() : report.str().c_str(), stdout);
     return report.empty() ? 0 : 1;
   }
   std::fputs(report.str().c_str(), stderr);
@@ -314,17 +353,21 @@ int Run(const Arguments& args) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // check follows grep: 1 says "found something", so trouble with the input is 2.
+  bool checking = false;
   try {
     if (argc == 1) {
       std::fputs(kUsage, stderr);
       return 2;
     }
-    return Run(ParseArguments(argc, argv));
+    const Arguments args = ParseArguments(argc, argv);
+    checking = !args.words.empty() && args.words[0] == "check";
+    return Run(args);
   } catch (const UsageError& e) {
     std::cerr << "gscodec: " << e.what() << "\n(gscodec --help shows the usage)\n";
     return 2;
   } catch (const std::exception& e) {
     std::cerr << "gscodec: " << e.what() << "\n";
-    return 1;
+    return checking ? 2 : 1;
   }
 }

@@ -1,5 +1,7 @@
 #include "operations_table.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -323,6 +325,31 @@ Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* re
   Json::Value params(Json::objectValue);
   op.serialize(record, params, report);
   return params;
+}
+
+namespace {
+
+// The most elements any "Elements" array under `value` holds.
+uint32_t MostElements(const Json::Value& value) {
+  uint32_t most = 0;
+  if (value.isObject()) {
+    for (auto it = value.begin(); it != value.end(); ++it) {
+      if (it.name() == "Elements" && it->isArray()) most = std::max(most, it->size());
+      most = std::max(most, MostElements(*it));
+    }
+  } else if (value.isArray()) {
+    for (const Json::Value& element : value) most = std::max(most, MostElements(element));
+  }
+  return most;
+}
+
+}  // namespace
+
+Room RoomForAnswer(const Json::Value& answer) {
+  const Json::Value* infos = answer.isObject() ? answer.find("infos", "infos" + 5) : nullptr;
+  const uint32_t records = infos != nullptr && infos->isObject() ? infos->size() : 0;
+  const size_t buffer = gsc_element_buffer_size(MostElements(answer));
+  return {records, static_cast<uint32_t>(std::min<size_t>(buffer, UINT32_MAX))};
 }
 
 std::unique_ptr<Received> Receive(const Operation& op, const Json::Value& result, const Room& room,

@@ -38,6 +38,11 @@ const Operation* FindOperation(const std::string& name);
 // reporting overload runs and fills it.
 Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* report = nullptr);
 
+// Room for everything `answer` holds: as many records per caller array as its "infos" has
+// members, and element buffers that take the longest "Elements" array in it (entries of the
+// largest kind).
+Room RoomForAnswer(const Json::Value& answer);
+
 // A caller's output record as deserialize filled it, with the memory its arrays and element
 // buffers lie in.
 struct Received {
