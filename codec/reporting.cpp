@@ -145,6 +145,23 @@ bool ParsePath(const std::string& path, std::vector<PathStep>& steps) {
   return true;
 }
 
+const Json::Value* ValueAtPath(const Json::Value& root, const std::string& path) {
+  std::vector<PathStep> steps;
+  if (!ParsePath(path, steps)) return nullptr;
+  const Json::Value* at = &root;
+  for (const PathStep& step : steps) {
+    if (step.isIndex) {
+      if (!at->isArray() || step.index >= at->size()) return nullptr;
+      at = &(*at)[step.index];
+    } else {
+      at = at->isObject() ? at->find(step.name.data(), step.name.data() + step.name.size())
+                          : nullptr;
+      if (at == nullptr) return nullptr;
+    }
+  }
+  return at;
+}
+
 void Reporting::Add(gsc::FindingKind kind, std::string detail) {
   report_.add(kind, Path(nullptr), std::move(detail));
 }

@@ -169,6 +169,10 @@ struct PathStep {
 // `path` is not such a path.
 bool ParsePath(const std::string& path, std::vector<PathStep>& steps);
 
+// The value of `root` that the finding path `path` names, or null when `path` is no path or names
+// no value of `root`.
+const Json::Value* ValueAtPath(const Json::Value& root, const std::string& path);
+
 // Short descriptions of JSON values for finding details: "object", "number 1.5", "true".
 std::string Describe(const Json::Value& value);
 

@@ -312,18 +312,11 @@ bool SameFinding(const Finding& a, const Finding& b) {
 // The answer with the value at the path of every failed conversion replaced by null.
 Json::Value NullAtFailures(const Json::Value& v, const Report& report, const char* name) {
   Json::Value nulled = v;
-  std::vector<codec::PathStep> steps;
   for (const Finding& f : report.findings()) {
     if (f.kind != FindingKind::kConversionFailed) continue;
-    if (!codec::ParsePath(f.path, steps)) Fail("unreadable path of a failed conversion:", name);
-    Json::Value* at = &nulled;
-    for (const codec::PathStep& step : steps) {
-      if (step.isIndex ? !at->isArray() || step.index >= at->size()
-                       : !at->isObject() || !at->isMember(step.name))
-        Fail("a failed conversion's path names no value:", name);
-      at = step.isIndex ? &(*at)[step.index] : &(*at)[step.name];
-    }
-    *at = Json::Value();
+    const Json::Value* at = codec::ValueAtPath(nulled, f.path);
+    if (at == nullptr) Fail("a failed conversion's path names no value:", name);
+    *const_cast<Json::Value*>(at) = Json::Value();  // a value of `nulled`, which is ours
   }
   return nulled;
 }

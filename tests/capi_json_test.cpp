@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -79,7 +80,8 @@ TEST(SerializeJson, ABufferWithoutRoomForTheTerminatorGetsAnEmptyTextAndTheLengt
 }
 
 TEST(SerializeJson, NumbersThatAreNotFiniteAreWrittenAsNull) {
-  static tagNET_IN_ADD_ONE_PROGRAMME in = {};
+  const auto record = std::make_unique<tagNET_IN_ADD_ONE_PROGRAMME>();
+  tagNET_IN_ADD_ONE_PROGRAMME& in = *record;
   in.dwSize = sizeof in;
   unsigned char buffer[GSC_ELEMENT_BUFFER_SIZE(1)];
   tagNET_PROGRAMME_WINDOW_INFO& window = in.stuInfo.stuOrdinary.stuWindows[0];
@@ -132,7 +134,9 @@ TEST(SerializeJson, RefusesUnknownOperationsWrongSizesAndMissingArguments) {
 }
 
 TEST(DeserializeJson, MergesTheAnswerAsDeserializeDoesAndEmptiesTheMessage) {
-  static tagNET_OUT_GET_GUIDESCREEN_CFG_BYID out = {};
+  // A zeroed record of this run: one kept from an earlier run would already hold the answer.
+  const auto record = std::make_unique<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>();
+  tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out = *record;
   out.dwSize = sizeof out;
   out.stuInfo.nTimeNum = 3;  // kept: the answer has no "Time"
   const Read read = Deserialize("GET_GUIDESCREEN_CFG_BYID",
@@ -168,7 +172,8 @@ TEST(DeserializeJson, MalformedTextIsRefusedWithWhereAndWhy) {
 }
 
 TEST(DeserializeJson, AFailedConversionGivesItsPathAndJsonCppsReasonAndLeavesWhatWasRead) {
-  static tagNET_OUT_GET_GUIDESCREEN_CFG_BYID out = {};
+  const auto record = std::make_unique<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>();
+  tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out = *record;
   out.dwSize = sizeof out;
   const Read read = Deserialize("GET_GUIDESCREEN_CFG_BYID",
                                 R"({"DisplayScreenCfg": {"ID": "hall-1", "Bright": {}}})", out);

@@ -2,6 +2,7 @@
 // 132-byte header may be 4 but not 8 aligned, so buffers are read through memcpy only.
 #include <climits>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -263,23 +264,25 @@ TEST(GetAllBriefProgrammes, FortyFillThirtyTwoAndRequestsLeaveTheParametersAsGiv
   Json::Value answer, params = J(R"({"from": "transport"})");
   for (int i = 0; i < 40; ++i)
     answer["infos"]["p" + std::to_string(100 + i)]["ProgrammeName"] = std::to_string(i);
-  static tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES out = {};
-  EXPECT_TRUE(deserialize(answer, out));
-  EXPECT_EQ(out.nRetInfosNum, 32U);
-  EXPECT_STREQ(out.stuInfos[31].szProgrammeName, "31");
+  // Zeroed on the heap: a record kept from an earlier run would already hold what is expected.
+  const auto out = std::make_unique<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>();
+  EXPECT_TRUE(deserialize(answer, *out));
+  EXPECT_EQ(out->nRetInfosNum, 32U);
+  EXPECT_STREQ(out->stuInfos[31].szProgrammeName, "31");
   EXPECT_TRUE(serialize(tagNET_IN_GET_ALL_PROGRAMMES{}, params));
   EXPECT_TRUE(serialize(tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES{}, params));
   EXPECT_JSON_EQ(R"({"from": "transport"})", params);
 }
 
 TEST(GetAllBriefProgrammes, TypeIsKeptWhenMissingAndTempletStateReadAtTopLevelOnly) {
+  const auto record = std::make_unique<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>();
+  tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out = *record;
   for (const auto& [entry, type, templet] : std::vector<std::tuple<std::string, int, bool>>{
            {R"({"ProgrammeType": 1, "TempletState": true})", 2, true},
            {R"({"ProgrammeType": 0})", 1, false},
            {R"({"ProgrammeType": 2})", 0, false},
            {R"({"ProgrammeType": -1})", 0, false},
            {R"({"Ordinary": {"TempletState": true}})", 2, false}}) {
-    static tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES out = {};
     out.stuInfos[0].emProgrammeType = EM_PROGRAMME_TYPE_JSON_1;
     out.stuInfos[0].bTempletState = out.stuInfos[0].bEnable = true;
     EXPECT_TRUE(deserialize(J(R"({"infos": {"only": )" + entry + "}}"), out));
@@ -291,10 +294,16 @@ TEST(GetAllBriefProgrammes, TypeIsKeptWhenMissingAndTempletStateReadAtTopLevelOn
 }
 
 TEST(Requests, CarryTheirIdsAndProgrammesAndAtMostThirtyTwoIdsToDelete) {
-  static tagNET_IN_GET_PROGRAMME_BYID byId = {};
-  static tagNET_IN_ADD_ONE_PROGRAMME add = {};
-  static tagNET_IN_MODIFY_ONE_PROGRAMME modify = {};
-  static tagNET_IN_DEL_PROGRAMMES del = {};
+  // Fresh zeroed records on every run: the count set below must not reach a later run of the
+  // test in the same process (--gtest_repeat), where "none" would then hold 32 IDs.
+  const auto byIdRecord = std::make_unique<tagNET_IN_GET_PROGRAMME_BYID>();
+  const auto addRecord = std::make_unique<tagNET_IN_ADD_ONE_PROGRAMME>();
+  const auto modifyRecord = std::make_unique<tagNET_IN_MODIFY_ONE_PROGRAMME>();
+  const auto delRecord = std::make_unique<tagNET_IN_DEL_PROGRAMMES>();
+  tagNET_IN_GET_PROGRAMME_BYID& byId = *byIdRecord;
+  tagNET_IN_ADD_ONE_PROGRAMME& add = *addRecord;
+  tagNET_IN_MODIFY_ONE_PROGRAMME& modify = *modifyRecord;
+  tagNET_IN_DEL_PROGRAMMES& del = *delRecord;
   SetText(byId.szProgrammeID, "P-7");
   SetText(add.stuInfo.szProgrammeName, "Lobby");
   SetText(modify.stuProgramme.szProgrammeID, "P-9");
@@ -314,9 +323,10 @@ TEST(Requests, CarryTheirIdsAndProgrammesAndAtMostThirtyTwoIdsToDelete) {
 }
 
 TEST(Answers, ProgrammeByIdIsReadAndTheNewIdIsCopiedEvenWhenMissing) {
-  static tagNET_OUT_GET_PROGRAMME_BYID got = {};
-  EXPECT_TRUE(deserialize(J(R"({"Programme": {"ProgrammeID": "P-7", "Enable": true}})"), got));
-  EXPECT_EQ(std::string(got.stuProgramme.szProgrammeID), "P-7");
+  const auto got = std::make_unique<tagNET_OUT_GET_PROGRAMME_BYID>();
+  EXPECT_TRUE(deserialize(J(R"({"Programme": {"ProgrammeID": "P-7", "Enable": true}})"), *got));
+  EXPECT_EQ(std::string(got->stuProgramme.szProgrammeID), "P-7");
+  EXPECT_TRUE(got->stuProgramme.bEnable);
   tagNET_OUT_ADD_ONE_PROGRAMME added = {};
   EXPECT_TRUE(deserialize(J(R"({"ProgrammeID": "P-42"})"), added));
   EXPECT_STREQ(added.szProgrammeID, "P-42");
