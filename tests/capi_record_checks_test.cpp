@@ -85,12 +85,13 @@ Call CallWith(Direction direction, const char* operation, unsigned char* record)
     std::memset(json, 'x', sizeof json);
     call.length = 99;
     call.status = gsc_serialize_json(operation, record, json, sizeof json, &call.length);
-    call.json = json;
+    call.json.assign(json, strnlen(json, sizeof json));  // a missing terminator shows as x's
   } else {
     char message[256];
+    std::memset(message, 'x', sizeof message);
     call.status = gsc_deserialize_json(operation, kAnswer.data(), kAnswer.size(), record, message,
                                        sizeof message);
-    call.message = message;
+    call.message.assign(message, strnlen(message, sizeof message));
   }
   return call;
 }
