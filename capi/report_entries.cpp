@@ -15,12 +15,13 @@ const gsc::Finding* At(const gsc_report* report, size_t index) {
 
 }  // namespace
 
+// The handle belongs to the C caller from gsc_report_new to gsc_report_free.
 extern "C" gsc_report* gsc_report_new(void) {
-  return new (std::nothrow) gsc_report();
+  return new (std::nothrow) gsc_report();  // NOLINT(cppcoreguidelines-owning-memory)
 }
 
 extern "C" void gsc_report_free(gsc_report* report) {
-  delete report;
+  delete report;  // NOLINT(cppcoreguidelines-owning-memory)
 }
 
 extern "C" size_t gsc_report_count(const gsc_report* report) {
