@@ -10,6 +10,17 @@ set(GSC_PACKAGE_runtime libguidescreen-codec${PROJECT_VERSION_MAJOR})
 set(GSC_PACKAGE_dev libguidescreen-codec-dev)
 set(GSC_PACKAGE_tools gscodec)
 
+# A static library's users also link its private parser.
+if(BUILD_SHARED_LIBS)
+  set(GSC_STATIC_LIBRARY OFF)
+  set(GSC_PC_CFLAGS "")
+  set(GSC_PC_REQUIRES_PRIVATE "")
+else()
+  set(GSC_STATIC_LIBRARY ON)
+  set(GSC_PC_CFLAGS " -DGSC_STATIC")
+  set(GSC_PC_REQUIRES_PRIVATE "Requires.private: simdjson")
+endif()
+
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
 install(FILES ${GSC_GENERATED_INCLUDE}/guidescreen_codec/version.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/guidescreen_codec COMPONENT dev)
@@ -29,11 +40,6 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codecConfig.cmake
 # The .pc file finds its prefix from where it lies, so an installed tree may be moved. A static
 # library's users compile with GSC_STATIC, as the CMake target's users do.
 file(RELATIVE_PATH GSC_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-if(BUILD_SHARED_LIBS)
-  set(GSC_PC_CFLAGS "")
-else()
-  set(GSC_PC_CFLAGS " -DGSC_STATIC")
-endif()
 configure_file(cmake/guidescreen_codec.pc.in ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codec.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/guidescreen_codec.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)

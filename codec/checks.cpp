@@ -26,7 +26,8 @@ std::string Unterminated(size_t size) {
 
 }  // namespace
 
-void NoteText(Reporting& context, const Segment& at, const Json::Value& value, size_t size) {
+template <typename V>
+void NoteText(Reporting& context, const Segment& at, const V& value, size_t size) {
   const char* begin = nullptr;
   const char* end = nullptr;
   std::string converted;
@@ -56,7 +57,8 @@ void NoteText(Reporting& context, const Segment& at, const Json::Value& value, s
                   " kept in a field of " + std::to_string(size));
 }
 
-void NoteInt(Reporting& context, const Json::Value& value) {
+template <typename V>
+void NoteInt(Reporting& context, const V& value) {
   if (value.isBool()) {
     context.Add(FindingKind::kValueConverted,
                 Describe(value) + " read as " + (value.asBool() ? "1" : "0"));
@@ -69,14 +71,16 @@ void NoteInt(Reporting& context, const Json::Value& value) {
   }
 }
 
-void NoteBool(Reporting& context, const Json::Value& value) {
+template <typename V>
+void NoteBool(Reporting& context, const V& value) {
   if (value.isNumeric() && !value.isBool()) {
     context.Add(FindingKind::kValueConverted,
                 Describe(value) + " read as " + (value.asBool() ? "true" : "false"));
   }
 }
 
-void NoteReal(Reporting& context, const Json::Value& value) {
+template <typename V>
+void NoteReal(Reporting& context, const V& value) {
   if (value.isBool()) {
     context.Add(FindingKind::kValueConverted,
                 Describe(value) + " read as " + (value.asBool() ? "1" : "0"));
@@ -89,7 +93,8 @@ void NoteEnumOutOfRange(Reporting& context, const Segment& at, int32_t json, int
                   ", stored as 0");
 }
 
-void NoteScan(Reporting& context, const Json::Value& value, ScanResult scan, const char* what) {
+template <typename V>
+void NoteScan(Reporting& context, const V& value, ScanResult scan, const char* what) {
   if (scan.fields == 3 && scan.whole) return;
   const std::string text = value.isString() ? Describe(value) : "its text";
   if (scan.fields < 3) {
@@ -101,13 +106,14 @@ void NoteScan(Reporting& context, const Json::Value& value, ScanResult scan, con
   }
 }
 
-void NoteMalformed(Reporting& context, const Segment& at, const Json::Value& value,
-                   const char* expected) {
+template <typename V>
+void NoteMalformed(Reporting& context, const Segment& at, const V& value, const char* expected) {
   context.Add(FindingKind::kValueMalformed, at,
               Describe(value) + " where " + expected + " belongs, left unchanged");
 }
 
-void NoteMalformed(Reporting& context, const Json::Value& value, const char* expected) {
+template <typename V>
+void NoteMalformed(Reporting& context, const V& value, const char* expected) {
   context.Add(FindingKind::kValueMalformed,
               Describe(value) + " where " + expected + " belongs, left unchanged");
 }
@@ -186,5 +192,18 @@ void NoteDisplayUnitWithoutCode(Reporting& context, uint32_t unit, int32_t state
                   " to " + std::to_string(units - 1) + " are not sent");
   context.Pop();
 }
+
+// Both kinds of value.
+#define GSC_NOTES_FOR(V)                                                          \
+  template void NoteText(Reporting&, const Segment&, const V&, size_t);           \
+  template void NoteInt(Reporting&, const V&);                                    \
+  template void NoteBool(Reporting&, const V&);                                   \
+  template void NoteReal(Reporting&, const V&);                                   \
+  template void NoteScan(Reporting&, const V&, ScanResult, const char*);          \
+  template void NoteMalformed(Reporting&, const Segment&, const V&, const char*); \
+  template void NoteMalformed(Reporting&, const V&, const char*);
+GSC_NOTES_FOR(Json::Value)
+GSC_NOTES_FOR(TextValue)
+#undef GSC_NOTES_FOR
 
 }  // namespace gsc::codec

@@ -18,18 +18,24 @@ namespace gsc::codec {
 
 // Reading.
 // A text `value` stored into a field of `size` bytes: cut, or converted from another type.
-void NoteText(Reporting& context, const Segment& at, const Json::Value& value, size_t size);
+template <typename V>
+void NoteText(Reporting& context, const Segment& at, const V& value, size_t size);
 // A value about to be read with asInt, asBool or asDouble: what that conversion loses silently
 // (1.5 read as 1, true read as 1, 2 read as true). What it cannot convert, JsonCpp raises.
-void NoteInt(Reporting& context, const Json::Value& value);
-void NoteBool(Reporting& context, const Json::Value& value);
-void NoteReal(Reporting& context, const Json::Value& value);
+template <typename V>
+void NoteInt(Reporting& context, const V& value);
+template <typename V>
+void NoteBool(Reporting& context, const V& value);
+template <typename V>
+void NoteReal(Reporting& context, const V& value);
 void NoteEnumOutOfRange(Reporting& context, const Segment& at, int32_t json, int values);
-void NoteScan(Reporting& context, const Json::Value& value, ScanResult scan, const char* what);
+template <typename V>
+void NoteScan(Reporting& context, const V& value, ScanResult scan, const char* what);
 // A present value of a shape the reader skips; `expected` says what it takes ("an array").
-void NoteMalformed(Reporting& context, const Segment& at, const Json::Value& value,
-                   const char* expected);
-void NoteMalformed(Reporting& context, const Json::Value& value, const char* expected);
+template <typename V>
+void NoteMalformed(Reporting& context, const Segment& at, const V& value, const char* expected);
+template <typename V>
+void NoteMalformed(Reporting& context, const V& value, const char* expected);
 void NoteArrayClamped(Reporting& context, uint32_t length, uint32_t capacity);
 // Members of a keyed collection left unread because `what` ("records", "timer plans") had room
 // for `capacity` only.

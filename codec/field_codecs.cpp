@@ -103,7 +103,8 @@ ScanResult ScanThree(const char* at, const char* end, int firstWidth, int32_t& a
   return {3, at == end};
 }
 
-ScanResult ScanText(const Json::Value& source, int firstWidth, int32_t& a, int32_t& b, int32_t& c) {
+template <typename V>
+ScanResult ScanText(const V& source, int firstWidth, int32_t& a, int32_t& b, int32_t& c) {
   // A string is scanned where it lies; any other value through its JsonCpp text (asString's
   // conversions, and its exceptions for arrays and objects).
   const char* begin = nullptr;
@@ -121,7 +122,8 @@ void PackTimeOfDay(Json::Value& target, const tagNET_TIME_OF_DAY& time) {
   PackText(target, 2, time.nHour, time.nMinute, time.nSecond);
 }
 
-ScanResult ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time) {
+template <typename V>
+ScanResult ParseTimeOfDay(const V& source, tagNET_TIME_OF_DAY& time) {
   return ScanText(source, 2, time.nHour, time.nMinute, time.nSecond);
 }
 
@@ -129,8 +131,14 @@ void PackDate(Json::Value& target, const tagNET_DATE_INFO& date) {
   PackText(target, 4, date.nYear, date.nMonth, date.nDay);
 }
 
-ScanResult ParseDate(const Json::Value& source, tagNET_DATE_INFO& date) {
+template <typename V>
+ScanResult ParseDate(const V& source, tagNET_DATE_INFO& date) {
   return ScanText(source, 4, date.nYear, date.nMonth, date.nDay);
 }
+
+template ScanResult ParseTimeOfDay(const Json::Value&, tagNET_TIME_OF_DAY&);
+template ScanResult ParseTimeOfDay(const TextValue&, tagNET_TIME_OF_DAY&);
+template ScanResult ParseDate(const Json::Value&, tagNET_DATE_INFO&);
+template ScanResult ParseDate(const TextValue&, tagNET_DATE_INFO&);
 
 }  // namespace gsc::codec

@@ -25,7 +25,8 @@ void PackTimeOfDay(Json::Value& target, const tagNET_TIME_OF_DAY& time);
 
 // Scans `source`'s text with "%02d:%02d:%02d": the fields the scan reaches are set, the others
 // keep their values ("07:05" sets hour and minute). The caller tests for presence.
-ScanResult ParseTimeOfDay(const Json::Value& source, tagNET_TIME_OF_DAY& time);
+template <typename V>
+ScanResult ParseTimeOfDay(const V& source, tagNET_TIME_OF_DAY& time);
 
 // Writes "%04d:%02d:%02d" into `target`, cut to 15 characters (year 1234567890, month 3, day 5
 // gives "1234567890:03:0").
@@ -33,7 +34,8 @@ void PackDate(Json::Value& target, const tagNET_DATE_INFO& date);
 
 // Scans `source`'s text with "%04d:%02d:%02d", setting the fields the scan reaches
 // ("2024-03-05" sets the year only).
-ScanResult ParseDate(const Json::Value& source, tagNET_DATE_INFO& date);
+template <typename V>
+ScanResult ParseDate(const V& source, tagNET_DATE_INFO& date);
 
 }  // namespace gsc::codec
 

@@ -45,6 +45,13 @@ const Json::Value& Member(const Json::Value& object, const char (&key)[K]) {
 }
 
 template <size_t K>
+TextValue Member(const TextValue& object, const char (&key)[K]) {
+  TextValue member;
+  object.find(key, key + (K - 1), member);
+  return member;
+}
+
+template <size_t K>
 Segment KeySegment(const char (&key)[K]) {
   return Segment::Member(key, K - 1);
 }
@@ -69,6 +76,7 @@ constexpr uint32_t Capacity(const T (&/*array*/)[N]) {
 // array does not hold reads as null. (An array made in memory by assigning a later index holds
 // no element at the indexes before it, yet counts them in its size.) An iterator is used because
 // indexing descends JsonCpp's map for every element.
+template <typename V>
 class ArrayCursor {
  public:
   ArrayCursor(const Json::Value& array, uint32_t count) : next_(array.begin()), end_(array.end()) {
@@ -92,22 +100,43 @@ class ArrayCursor {
   bool dense_ = false;
 };
 
+// The elements of a parsed array lie in order, one after the other.
+template <>
+class ArrayCursor<TextValue> {
+ public:
+  ArrayCursor(const TextValue& array, uint32_t /*count*/)
+      : document_(array.document()), next_(array.First()) {}
+
+  TextValue At(Json::ArrayIndex /*index*/) {
+    const TextValue element(document_, next_);
+    next_ = TextValue::After(document_, next_);
+    return element;
+  }
+
+ private:
+  const TextDocument* document_;
+  const uint64_t* next_;
+};
+
+template <typename V>
+ArrayCursor(const V&, uint32_t) -> ArrayCursor<V>;
+
 // A text read only when present: GetJsonString into the whole field.
-template <typename C, const auto& Table, size_t K, size_t F>
-void ReadTextIfPresent(const Members<C, Table>& object, const char (&key)[K], char (&field)[F]) {
+template <typename C, const auto& Table, typename V, size_t K, size_t F>
+void ReadTextIfPresent(const Members<C, Table, V>& object, const char (&key)[K], char (&field)[F]) {
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
-  const Json::Value& member = object[key];
+  const auto& member = object[key];
   if (member.isNull()) return;
-  GetJsonString(member, field, static_cast<int>(F), true);
+  GetText(member, field, static_cast<int>(F), true);
   if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, F);
 }
 
 // A text read always: a missing or null member stores an empty text.
-template <typename C, const auto& Table, size_t K, size_t F>
-void ReadText(const Members<C, Table>& object, const char (&key)[K], char (&field)[F]) {
+template <typename C, const auto& Table, typename V, size_t K, size_t F>
+void ReadText(const Members<C, Table, V>& object, const char (&key)[K], char (&field)[F]) {
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
-  const Json::Value& member = object[key];
-  GetJsonString(member, field, static_cast<int>(F), true);
+  const auto& member = object[key];
+  GetText(member, field, static_cast<int>(F), true);
   if constexpr (C::kReporting) NoteText(object.context(), KeySegment(key), member, F);
 }
 
@@ -115,66 +144,66 @@ void ReadText(const Members<C, Table>& object, const char (&key)[K], char (&fiel
 // that path extended by `at`. Stores into `out` and returns true, or, when the report skips
 // failures and JsonCpp cannot convert the value, leaves `out` and returns false (the value reads
 // as null: 0 where the step reads null, nothing where it tests for presence).
-template <typename C>
-bool ReadIntInto(C& context, const Json::Value& value, int32_t& out) {
+template <typename C, typename V>
+bool ReadIntInto(C& context, const V& value, int32_t& out) {
   if constexpr (C::kReporting) NoteInt(context, value);
-  return Converted(context, value, out, [](const Json::Value& v) { return v.asInt(); });
+  return Converted(context, value, out, [](const auto& v) { return v.asInt(); });
 }
-template <typename C>
-bool ReadIntInto(C& context, const Segment& at, const Json::Value& value, int32_t& out) {
+template <typename C, typename V>
+bool ReadIntInto(C& context, const Segment& at, const V& value, int32_t& out) {
   Step<C> step(context, at);
   return ReadIntInto(context, value, out);
 }
-template <typename C>
-int32_t ReadInt(C& context, const Json::Value& value) {
+template <typename C, typename V>
+int32_t ReadInt(C& context, const V& value) {
   int32_t out = 0;  // what null reads as
   ReadIntInto(context, value, out);
   return out;
 }
-template <typename C>
-int32_t ReadInt(C& context, const Segment& at, const Json::Value& value) {
+template <typename C, typename V>
+int32_t ReadInt(C& context, const Segment& at, const V& value) {
   Step<C> step(context, at);
   return ReadInt(context, value);
 }
 
 // A number always read with asInt (missing gives 0); an unsigned field stores the signed value's
 // bits (-1 becomes 4294967295).
-template <typename C, const auto& Table, size_t K>
-void ReadNumber(const Members<C, Table>& object, const char (&key)[K], uint32_t& field) {
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadNumber(const Members<C, Table, V>& object, const char (&key)[K], uint32_t& field) {
   field = static_cast<uint32_t>(ReadInt(object.context(), KeySegment(key), object[key]));
 }
-template <typename C, const auto& Table, size_t K>
-void ReadNumber(const Members<C, Table>& object, const char (&key)[K], int32_t& field) {
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadNumber(const Members<C, Table, V>& object, const char (&key)[K], int32_t& field) {
   field = ReadInt(object.context(), KeySegment(key), object[key]);
 }
-template <typename C, const auto& Table, size_t K>
-void ReadReal(const Members<C, Table>& object, const char (&key)[K], double& field) {
-  const Json::Value& member = object[key];
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadReal(const Members<C, Table, V>& object, const char (&key)[K], double& field) {
+  const auto& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
   if constexpr (C::kReporting) NoteReal(object.context(), member);
   double value = 0.0;  // what null reads as
-  Converted(object.context(), member, value, [](const Json::Value& v) { return v.asDouble(); });
+  Converted(object.context(), member, value, [](const auto& v) { return v.asDouble(); });
   field = value;
 }
 
 // A boolean read with asBool into `field`; false when it cannot be (see ReadIntInto).
-template <typename C>
-bool ReadBoolInto(C& context, const Segment& at, const Json::Value& value, bool& field) {
+template <typename C, typename V>
+bool ReadBoolInto(C& context, const Segment& at, const V& value, bool& field) {
   Step<C> step(context, at);
   if constexpr (C::kReporting) NoteBool(context, value);
-  return Converted(context, value, field, [](const Json::Value& v) { return v.asBool(); });
+  return Converted(context, value, field, [](const auto& v) { return v.asBool(); });
 }
 
 // A boolean always read (missing gives false) or only when present.
-template <typename C, const auto& Table, size_t K>
-void ReadBool(const Members<C, Table>& object, const char (&key)[K], bool& field) {
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadBool(const Members<C, Table, V>& object, const char (&key)[K], bool& field) {
   bool value = false;  // what null reads as
   ReadBoolInto(object.context(), KeySegment(key), object[key], value);
   field = value;
 }
-template <typename C, const auto& Table, size_t K>
-void ReadBoolIfPresent(const Members<C, Table>& object, const char (&key)[K], bool& field) {
-  const Json::Value& member = object[key];
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadBoolIfPresent(const Members<C, Table, V>& object, const char (&key)[K], bool& field) {
+  const auto& member = object[key];
   if (!member.isNull()) ReadBoolInto(object.context(), KeySegment(key), member, field);
 }
 
@@ -187,8 +216,8 @@ void StoreEnum(int json, Enum& field) {
 // Reads one enumeration value and stores it; `at` names it. A value that cannot be converted,
 // when skipped, stores what null does (JSON 0) unless `nullKeeps`: then the field is left alone,
 // as a presence-tested step leaves it for null.
-template <int N, typename C, typename Enum>
-void ReadEnumValue(C& context, const Segment& at, const Json::Value& value, Enum& field,
+template <int N, typename C, typename V, typename Enum>
+void ReadEnumValue(C& context, const Segment& at, const V& value, Enum& field,
                    bool nullKeeps = false) {
   int32_t json = 0;
   if (!ReadIntInto(context, at, value, json) && nullKeeps) return;
@@ -199,33 +228,33 @@ void ReadEnumValue(C& context, const Segment& at, const Json::Value& value, Enum
 }
 
 // An enumeration read without a presence test: a missing member reads as JSON 0 and stores 1.
-template <int N, typename C, const auto& Table, typename Enum, size_t K>
-void ReadEnum(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename V, typename Enum, size_t K>
+void ReadEnum(const Members<C, Table, V>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
   ReadEnumValue<N>(object.context(), KeySegment(key), object[key], field);
 }
 
 // An enumeration read with a presence test: a missing member stores 0.
-template <int N, typename C, const auto& Table, typename Enum, size_t K>
-void ReadEnumIfPresent(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename V, typename Enum, size_t K>
+void ReadEnumIfPresent(const Members<C, Table, V>& object, const char (&key)[K], Enum& field) {
   field = static_cast<Enum>(0);
-  const Json::Value& member = object[key];
+  const auto& member = object[key];
   if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field, true);
 }
 
 // An enumeration that keeps the caller's value when the member is missing or null.
-template <int N, typename C, const auto& Table, typename Enum, size_t K>
-void ReadEnumOrKeep(const Members<C, Table>& object, const char (&key)[K], Enum& field) {
-  const Json::Value& member = object[key];
+template <int N, typename C, const auto& Table, typename V, typename Enum, size_t K>
+void ReadEnumOrKeep(const Members<C, Table, V>& object, const char (&key)[K], Enum& field) {
+  const auto& member = object[key];
   if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field, true);
 }
 
 // Four integers from a JSON array of exactly four elements, each under its index's path; any
 // other shape changes nothing (reported as `what`, "rectangle" or "colour"). Returns whether
 // the array was read.
-template <typename C>
-bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32_t& a, int32_t& b,
-                  int32_t& c, int32_t& d) {
+template <typename C, typename V>
+bool ReadFourInts(C& context, const V& source, const char* what, int32_t& a, int32_t& b, int32_t& c,
+                  int32_t& d) {
   if (!source.isArray() || source.size() != 4) {
     if constexpr (C::kReporting) {
       const std::string shape = std::string("a ") + what + " of four numbers";
@@ -243,46 +272,47 @@ bool ReadFourInts(C& context, const Json::Value& source, const char* what, int32
 
 // Rectangles, colours, times and dates are read only when present; a malformed rectangle or
 // colour leaves the field as it was, a malformed time or date sets what the scan reached.
-template <typename C, const auto& Table, size_t K>
-void ReadRectIfPresent(const Members<C, Table>& object, const char (&key)[K], tagNET_RECT& field) {
-  const Json::Value& member = object[key];
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadRectIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
+                       tagNET_RECT& field) {
+  const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   ReadFourInts(object.context(), member, "rectangle", field.nLeft, field.nTop, field.nRight,
                field.nBottom);
 }
-template <typename C, const auto& Table, size_t K>
-void ReadColorIfPresent(const Members<C, Table>& object, const char (&key)[K],
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadColorIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
                         tagQX_COLOR_RGBA& field) {
-  const Json::Value& member = object[key];
+  const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   ReadFourInts(object.context(), member, "colour", field.nRed, field.nGreen, field.nBlue,
                field.nAlpha);
 }
 // The text of an array or object has no conversion: when skipped, the field is left as for null.
-template <typename C, const auto& Table, size_t K>
-void ReadTimeIfPresent(const Members<C, Table>& object, const char (&key)[K],
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadTimeIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
                        tagNET_TIME_OF_DAY& field) {
-  const Json::Value& member = object[key];
+  const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   ScanResult scan{};
   if (!Converted(object.context(), member, scan,
-                 [&](const Json::Value& v) { return ParseTimeOfDay(v, field); })) {
+                 [&](const auto& v) { return ParseTimeOfDay(v, field); })) {
     return;
   }
   if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "time of day");
 }
-template <typename C, const auto& Table, size_t K>
-void ReadDateIfPresent(const Members<C, Table>& object, const char (&key)[K],
+template <typename C, const auto& Table, typename V, size_t K>
+void ReadDateIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
                        tagNET_DATE_INFO& field) {
-  const Json::Value& member = object[key];
+  const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   ScanResult scan{};
   if (!Converted(object.context(), member, scan,
-                 [&](const Json::Value& v) { return ParseDate(v, field); })) {
+                 [&](const auto& v) { return ParseDate(v, field); })) {
     return;
   }
   if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "date");
@@ -290,18 +320,18 @@ void ReadDateIfPresent(const Members<C, Table>& object, const char (&key)[K],
 
 // The object under `key` for a step that reads it only when present: null when missing, or when
 // it is no object and the report skips failures (noted under the key's path).
-template <typename C, const auto& Table, size_t K>
-const Json::Value& ObjectIfPresent(const Members<C, Table>& object, const char (&key)[K]) {
-  const Json::Value& member = object[key];
+template <typename C, const auto& Table, typename V, size_t K>
+ValueRef<V> ObjectIfPresent(const Members<C, Table, V>& object, const char (&key)[K]) {
+  const auto& member = object[key];
   if (member.isNull()) return member;
   Step<C> step(object.context(), KeySegment(key));
   return ObjectOrNull(object.context(), member);
 }
 
 // An object read only when present and not null: read(member) runs under the member's path.
-template <typename C, const auto& Table, size_t K, typename ReadBody>
-void ReadObjectIfPresent(const Members<C, Table>& object, const char (&key)[K], ReadBody read) {
-  const Json::Value& member = ObjectIfPresent(object, key);
+template <typename C, const auto& Table, typename V, size_t K, typename ReadBody>
+void ReadObjectIfPresent(const Members<C, Table, V>& object, const char (&key)[K], ReadBody read) {
+  const auto& member = ObjectIfPresent(object, key);
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   read(member);
@@ -310,16 +340,16 @@ void ReadObjectIfPresent(const Members<C, Table>& object, const char (&key)[K], 
 // The members of `member`, the object under `key` (from ObjectIfPresent), for a reader whose steps
 // on that object are interleaved with steps on its parent: each run of steps on it goes under
 // Step(key). Unknown members are noted under the object's own path.
-template <const auto& Nested, typename C, size_t K>
-Members<C, Nested> NestedMembers(C& context, const char (&key)[K], const Json::Value& member) {
+template <const auto& Nested, typename C, typename V, size_t K>
+Members<C, Nested, V> NestedMembers(C& context, const char (&key)[K], const V& member) {
   Step<C> step(context, KeySegment(key));
-  return Members<C, Nested>(member, context);
+  return Members<C, Nested, V>(member, context);
 }
 
 // An object read always: a missing one is read as null, whose members all read as null.
-template <typename C, const auto& Table, size_t K, typename ReadBody>
-void ReadObject(const Members<C, Table>& object, const char (&key)[K], ReadBody read) {
-  const Json::Value& member = object[key];
+template <typename C, const auto& Table, typename V, size_t K, typename ReadBody>
+void ReadObject(const Members<C, Table, V>& object, const char (&key)[K], ReadBody read) {
+  const auto& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
   read(ObjectOrNull(object.context(), member));
 }
@@ -327,10 +357,11 @@ void ReadObject(const Members<C, Table>& object, const char (&key)[K], ReadBody 
 // An array read only when present, not null and an array: `count` becomes its size clamped to
 // the capacity of `array`, and read(element, entry) runs for the first `count` elements.
 // Otherwise count and elements keep their values.
-template <typename C, const auto& Table, size_t K, typename T, size_t Cap, typename ReadElement>
-void ReadArrayIfPresent(const Members<C, Table>& object, const char (&key)[K], uint32_t& count,
+template <typename C, const auto& Table, typename V, size_t K, typename T, size_t Cap,
+          typename ReadElement>
+void ReadArrayIfPresent(const Members<C, Table, V>& object, const char (&key)[K], uint32_t& count,
                         T (&array)[Cap], ReadElement read) {
-  const Json::Value& member = object[key];
+  const auto& member = object[key];
   if (!member.isArray()) {
     if constexpr (C::kReporting) {
       if (!member.isNull()) NoteMalformed(object.context(), KeySegment(key), member, "an array");
@@ -522,29 +553,44 @@ void PacketSilently(const Record* record, Json::Value& json,
 // one by returning false. A missing or null "infos" has no members; an "infos" of another type
 // raises what JsonCpp's member listing raises. When reporting, the names of the refused member and
 // of those after it are added to `notVisited`.
-template <typename C, typename Visit>
-void ForEachKeyedMember(C& context, const Json::Value& infos, Visit visit,
+template <typename C, typename V, typename Visit>
+void ForEachKeyedMember(C& context, const V& infos, Visit visit,
                         std::vector<std::string>* notVisited = nullptr) {
   if (!infos.isObject()) {
     // Empty for null; JsonCpp throws for any other type (noted and read as null when skipping).
     size_t count = 0;
-    Converted(context, infos, count,
-              [](const Json::Value& v) { return v.getMemberNames().size(); });
+    Converted(context, infos, count, [](const V& v) { return v.getMemberNames().size(); });
     return;
   }
-  auto it = infos.begin();
-  const auto end = infos.end();
-  for (; it != end; ++it) {
-    const char* nameEnd = nullptr;
-    const char* name = it.memberName(&nameEnd);
-    Step<C> step(context, Segment::Member(name, static_cast<uint32_t>(nameEnd - name)));
-    if (!visit(*it, name, nameEnd)) break;
-  }
-  if constexpr (C::kReporting) {
-    for (; notVisited != nullptr && it != end; ++it) {
+  if constexpr (std::is_same_v<V, TextValue>) {
+    KeyedScratch scratch;
+    KeyedMembers(infos, scratch.members());
+    const auto& members = scratch.members();
+    size_t i = 0;
+    for (; i < members.size(); ++i) {
+      Step<C> step(context, Segment::Member(members[i].name, members[i].length));
+      if (!visit(members[i].value, members[i].name, members[i].name + members[i].length)) break;
+    }
+    if constexpr (C::kReporting) {
+      for (; notVisited != nullptr && i < members.size(); ++i) {
+        notVisited->emplace_back(members[i].name, members[i].length);
+      }
+    }
+  } else {
+    auto it = infos.begin();
+    const auto end = infos.end();
+    for (; it != end; ++it) {
       const char* nameEnd = nullptr;
       const char* name = it.memberName(&nameEnd);
-      notVisited->emplace_back(name, nameEnd);
+      Step<C> step(context, Segment::Member(name, static_cast<uint32_t>(nameEnd - name)));
+      if (!visit(*it, name, nameEnd)) break;
+    }
+    if constexpr (C::kReporting) {
+      for (; notVisited != nullptr && it != end; ++it) {
+        const char* nameEnd = nullptr;
+        const char* name = it.memberName(&nameEnd);
+        notVisited->emplace_back(name, nameEnd);
+      }
     }
   }
 }
@@ -555,17 +601,17 @@ inline constexpr auto kKeyedResultKeys = Keys("infos");
 // Reads the members of result["infos"] into records[0 ..) with read(member, record) until the
 // capacity is reached (unsigned) or the members run out; returns the number read. With a capacity
 // of 0 no record is touched. Members left unread are reported with their names.
-template <typename C, typename Record, typename Read>
-uint32_t ReadKeyedCollection(const Json::Value& result, uint32_t capacity, Record* records,
-                             C& context, Read read) {
+template <typename C, typename V, typename Record, typename Read>
+uint32_t ReadKeyedCollection(const V& result, uint32_t capacity, Record* records, C& context,
+                             Read read) {
   const auto object = MembersOf<kKeyedResultKeys>(result, context);
-  const Json::Value& infos = object["infos"];
+  const auto& infos = object["infos"];
   Step<C> step(context, KeySegment("infos"));
   uint32_t count = 0;
   std::vector<std::string> notRead;
   ForEachKeyedMember(
       context, infos,
-      [&](const Json::Value& member, const char* /*name*/, const char* /*end*/) {
+      [&](const auto& member, const char* /*name*/, const char* /*end*/) {
         if (count >= capacity) return false;
         read(member, records[count]);
         ++count;

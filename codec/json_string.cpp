@@ -3,6 +3,8 @@
 #include <cstring>
 #include <string>
 
+#include "codec/text_value.h"
+
 namespace {
 
 bool IsUtf8Continuation(char byte) {
@@ -29,9 +31,8 @@ size_t CutPoint(const char* text, size_t size, size_t room, bool utf8) {
   return cut;
 }
 
-}  // namespace gsc::codec
-
-void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8) {
+template <typename V>
+void GetText(const V& value, char* dest, int len, bool utf8) {
   if (dest == nullptr || len < 1) return;
   switch (value.type()) {
     case Json::stringValue: {
@@ -58,6 +59,15 @@ void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8) {
       break;
   }
   dest[0] = '\0';
+}
+
+template void GetText(const Json::Value&, char*, int, bool);
+template void GetText(const TextValue&, char*, int, bool);
+
+}  // namespace gsc::codec
+
+void GetJsonString(const Json::Value& value, char* dest, int len, bool utf8) {
+  gsc::codec::GetText(value, dest, len, utf8);
 }
 
 void SetJsonString(Json::Value& value, const char* text, bool /*utf8*/) {

@@ -31,6 +31,10 @@ namespace gsc::codec {
 // when `utf8` is set (on invalid input the cut stays at `room`).
 size_t CutPoint(const char* text, size_t size, size_t room, bool utf8);
 
+// GetJsonString on a Json::Value or on a value of a parsed text (TextValue).
+template <typename V>
+void GetText(const V& value, char* dest, int len, bool utf8);
+
 }  // namespace gsc::codec
 
 #endif  // GUIDESCREEN_CODEC_CODEC_JSON_STRING_H

@@ -14,8 +14,10 @@
 #include <cstring>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "codec/reporting.h"
+#include "codec/text_value.h"
 
 namespace gsc::codec {
 
@@ -74,6 +76,18 @@ constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
   return table;
 }
 
+// The index of `name` in `Table`, or N when it is not one of its keys.
+template <const auto& Table>
+size_t FindKey(const char* name, size_t length) {
+  constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
+  for (size_t i = 0; i < N; ++i) {
+    if (Table.keys[i].length == length && std::memcmp(Table.keys[i].name, name, length) == 0) {
+      return i;
+    }
+  }
+  return N;
+}
+
 // The members of `json` against the keys of `Table`. `json` is only walked when it is an object;
 // a value of any other type has no members, and the first step that looks one up raises exactly
 // what JsonCpp's lookup raises for it, at that step (or, when the report skips failures, `json`
@@ -81,26 +95,38 @@ constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
 //
 // The table is a template argument so that a step finds its slot at compile time: among the
 // table's keys, only those as long as the step's literal can be it, and most lengths occur once.
-template <typename Context, const auto& Table>
+template <typename Context, const auto& Table, typename V = Json::Value>
 class Members {
   static constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
+  static constexpr bool kText = std::is_same_v<V, TextValue>;
 
  public:
-  Members(const Json::Value& json, Context& context)
+  Members(const V& json, Context& context)
       : json_(ObjectOrNull(context, json)), context_(context), slots_{} {
     if (json_.isObject()) Walk();
   }
 
   // The member under `key` (a literal of the table), null when missing.
   template <size_t K>
-  const Json::Value& operator[](const char (&key)[K]) const {
+  ValueRef<V> operator[](const char (&key)[K]) const {
     if (json_.isObject()) {
-      const Json::Value* member = slots_[Slot<K - 1>(key)];
-      return member != nullptr ? *member : Json::Value::nullSingleton();
+      const auto* member = slots_[Slot<K - 1>(key)];
+      if (member == nullptr) return ValueTraits<V>::Null();
+      if constexpr (kText) {
+        return TextValue(json_.document(), member);
+      } else {
+        return *member;
+      }
     }
     // Null has no members; any other type throws from JsonCpp's own lookup.
-    const Json::Value* member = json_.find(key, key + (K - 1));
-    return member != nullptr ? *member : Json::Value::nullSingleton();
+    if constexpr (kText) {
+      TextValue member;
+      json_.find(key, key + (K - 1), member);
+      return member;
+    } else {
+      const Json::Value* member = json_.find(key, key + (K - 1));
+      return member != nullptr ? *member : Json::Value::nullSingleton();
+    }
   }
 
   Context& context() const { return context_; }
@@ -126,6 +152,15 @@ class Members {
   }
 
   void Walk() {
+    if constexpr (kText) {
+      WalkText();
+    } else {
+      WalkTree();
+    }
+  }
+
+  // JsonCpp keeps members in name order: one merge against the sorted table.
+  void WalkTree() {
     size_t next = 0;
     const auto end = json_.end();
     for (auto it = json_.begin(); it != end; ++it) {
@@ -147,15 +182,49 @@ class Members {
     }
   }
 
-  const Json::Value& json_;
+  // A text keeps members in its own order, duplicates included: each key's slot takes the last
+  // member of its name, and unknown members are noted as JsonCpp would list them.
+  void WalkText() {
+    const TextDocument* document = json_.document();
+    bool unknown = false;
+    for (const uint64_t* at = json_.First(); at != json_.End();) {
+      const char* name = nullptr;
+      uint32_t length = 0;
+      TextValue::Name(document, at, &name, &length);
+      const size_t slot = FindKey<Table>(name, length);
+      if (slot < N) {
+        slots_[slot] = at + 1;
+      } else {
+        unknown = true;
+      }
+      at = TextValue::After(document, at + 1);
+    }
+    if constexpr (Context::kReporting) {
+      if (unknown) NoteUnknownMembers();
+    }
+  }
+
+  void NoteUnknownMembers() {
+    std::vector<NamedValue> members;
+    KeyedMembers(json_, members);
+    for (const NamedValue& member : members) {
+      if (FindKey<Table>(member.name, member.length) < N) continue;
+      context_.Add(gsc::FindingKind::kUnknownMember, Segment::Member(member.name, member.length),
+                   "unknown member, ignored: " + Describe(member.value));
+    }
+  }
+
+  using SlotPointer = std::conditional_t<kText, const uint64_t*, const Json::Value*>;
+
+  ValueRef<V> json_;
   Context& context_;
-  const Json::Value* slots_[N];
+  SlotPointer slots_[N];
 };
 
 // The members of `json` as a reader of the object whose keys are `Table` sees them.
-template <const auto& Table, typename Context>
-Members<Context, Table> MembersOf(const Json::Value& json, Context& context) {
-  return Members<Context, Table>(json, context);
+template <const auto& Table, typename Context, typename V>
+Members<Context, Table, V> MembersOf(const V& json, Context& context) {
+  return Members<Context, Table, V>(json, context);
 }
 
 }  // namespace gsc::codec

@@ -37,6 +37,8 @@ const char* to_string(FindingKind kind) {
       return "element-kind-skipped";
     case FindingKind::kDisplayUnitWithoutCode:
       return "display-unit-without-code";
+    case FindingKind::kJsonMalformed:
+      return "json-malformed";
   }
   return "unknown";
 }

@@ -177,7 +177,8 @@ std::string Reporting::Path(const Segment* last) const {
   return out;
 }
 
-std::string Describe(const Json::Value& value) {
+template <typename V>
+std::string Describe(const V& value) {
   // Texts are shown whole up to this many bytes, then cut with "...".
   constexpr size_t kTextShown = 40;
   switch (value.type()) {
@@ -206,5 +207,8 @@ std::string Describe(const Json::Value& value) {
   }
   return "value";
 }
+
+template std::string Describe(const Json::Value&);
+template std::string Describe(const TextValue&);
 
 }  // namespace gsc::codec

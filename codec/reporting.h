@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "codec/value.h"
 #include "guidescreen_codec/report.h"
 
 namespace gsc::codec {
@@ -97,8 +98,8 @@ class Step {
 // the report skips failures: then it is noted as a failed conversion at the path under way with
 // JsonCpp's message, `out` keeps its value and false is returned, and the caller goes on reading
 // the value as it reads null.
-template <typename C, typename T, typename Convert>
-bool Converted(C& context, const Json::Value& value, T& out, Convert convert) {
+template <typename C, typename V, typename T, typename Convert>
+bool Converted(C& context, const V& value, T& out, Convert convert) {
   if constexpr (C::kReporting) {
     if (context.skipping()) {
       try {
@@ -114,18 +115,27 @@ bool Converted(C& context, const Json::Value& value, T& out, Convert convert) {
   return true;
 }
 
+// Looks up a member of `value` as JsonCpp's find does (raising for a value that is neither an
+// object nor null); whether it found none.
+inline bool FindsNothing(const Json::Value& value) {
+  return value.find("", "") == nullptr;
+}
+inline bool FindsNothing(const TextValue& value) {
+  TextValue member;
+  return !value.find("", "", member);
+}
+
 // The value a reader looks into for members: `value` itself, unless the report skips failures
 // and `value` is neither an object nor null, which JsonCpp's member lookup refuses. Such a value
 // is noted as a failed conversion at the path under way and read as null from here on. (Without
 // skipping, the lookup of the first member raises.)
-template <typename C>
-const Json::Value& ObjectOrNull(C& context, const Json::Value& value) {
+template <typename C, typename V>
+ValueRef<V> ObjectOrNull(C& context, const V& value) {
   if constexpr (C::kReporting) {
     if (context.skipping() && !value.isObject() && !value.isNull()) {
       bool found = false;
-      Converted(context, value, found,
-                [](const Json::Value& v) { return v.find("", "") != nullptr; });
-      return Json::Value::nullSingleton();
+      Converted(context, value, found, [](const V& v) { return FindsNothing(v); });
+      return ValueTraits<V>::Null();
     }
   }
   return value;
@@ -174,7 +184,8 @@ bool ParsePath(const std::string& path, std::vector<PathStep>& steps);
 const Json::Value* ValueAtPath(const Json::Value& root, const std::string& path);
 
 // Short descriptions of JSON values for finding details: "object", "number 1.5", "true".
-std::string Describe(const Json::Value& value);
+template <typename V>
+std::string Describe(const V& value);
 
 }  // namespace gsc::codec
 

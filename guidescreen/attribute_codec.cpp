@@ -21,22 +21,21 @@ constexpr auto kSplitScreenKeys = Keys("ScreenId", "Rect", "ChildScreenBright");
 constexpr auto kAutoBrightKeys = Keys("Enable", "LightBright", "DarkBright", "Time");
 constexpr auto kSunTimeKeys = Keys("Sunrise", "Sunset");
 
-template <typename C>
-void ReadTime(const Json::Value& json, tagNET_GUIDESCREEN_TIME_INFO& time, C& context) {
+template <typename V, typename C>
+void ReadTime(const V& json, tagNET_GUIDESCREEN_TIME_INFO& time, C& context) {
   const auto object = MembersOf<kTimeKeys>(json, context);
   ReadBoolIfPresent(object, "Enable", time.bEnable);
   ReadEnum<kDateTypeValues>(object, "DateType", time.emDateType);
   ReadArrayIfPresent(object, "PlayDates", time.nPlayDatesNum, time.nPlayDates,
-                     [&](const Json::Value& date, uint32_t& field) {
+                     [&](const auto& date, uint32_t& field) {
                        field = static_cast<uint32_t>(ReadInt(context, date));
                      });
   ReadTimeIfPresent(object, "OpenTime", time.stuOpenTime);
   ReadTimeIfPresent(object, "CloseTime", time.stuCloseTime);
 }
 
-template <typename C>
-void ReadSplitScreen(const Json::Value& json, tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen,
-                     C& context) {
+template <typename V, typename C>
+void ReadSplitScreen(const V& json, tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen, C& context) {
   const auto object = MembersOf<kSplitScreenKeys>(json, context);
   ReadTextIfPresent(object, "ScreenId", screen.szScreenId);
   ReadRectIfPresent(object, "Rect", screen.stuRect);
@@ -44,14 +43,13 @@ void ReadSplitScreen(const Json::Value& json, tagNET_GUIDESCREEN_SPLITSCREEN_INF
 }
 
 // All twelve sun entries are read whatever the array's size; missing ones read as 0.
-template <typename C>
-void ReadAutoBright(const Json::Value& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright,
-                    C& context) {
+template <typename V, typename C>
+void ReadAutoBright(const V& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, C& context) {
   const auto object = MembersOf<kAutoBrightKeys>(json, context);
   ReadBool(object, "Enable", bright.bEnable);
   ReadNumber(object, "LightBright", bright.nLightBright);
   ReadNumber(object, "DarkBright", bright.nDarkBright);
-  const Json::Value& times = object["Time"];
+  const auto& times = object["Time"];
   if (!times.isArray()) {
     if constexpr (C::kReporting) {
       if (!times.isNull()) NoteMalformed(context, KeySegment("Time"), times, "an array");
@@ -110,15 +108,14 @@ void PacketAutoBright(const tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, const O
 
 }  // namespace
 
-template <typename C>
-void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
-                             C& context) {
+template <typename V, typename C>
+void ReadGuidScreenAttribute(const V& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, C& context) {
   const auto object = MembersOf<kScreenKeys>(json, context);
   ReadTextIfPresent(object, "ID", info.szID);
   ReadEnumIfPresent<kStatusValues>(object, "Status", info.emStatus);
   ReadBoolIfPresent(object, "IsForeverOpen", info.bIsForeverOpen);
   ReadArrayIfPresent(object, "Time", info.nTimeNum, info.stuTime,
-                     [&](const Json::Value& time, auto& entry) { ReadTime(time, entry, context); });
+                     [&](const auto& time, auto& entry) { ReadTime(time, entry, context); });
   ReadNumber(object, "Bright", info.nBright);
   ReadNumber(object, "Contrast", info.nContrast);
   ReadNumber(object, "Saturation", info.nSaturation);
@@ -127,8 +124,8 @@ void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBU
   ReadNumber(object, "Volume", info.nVolume);
   ReadArrayIfPresent(
       object, "SplitScreenList", info.nSplitScreenListNum, info.stuSplitScreenList,
-      [&](const Json::Value& screen, auto& entry) { ReadSplitScreen(screen, entry, context); });
-  ReadObjectIfPresent(object, "AutoBright", [&](const Json::Value& bright) {
+      [&](const auto& screen, auto& entry) { ReadSplitScreen(screen, entry, context); });
+  ReadObjectIfPresent(object, "AutoBright", [&](const auto& bright) {
     ReadAutoBright(bright, info.stuAutoBright, context);
   });
 }
@@ -155,7 +152,11 @@ void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, co
 
 template void ReadGuidScreenAttribute(const Json::Value&, tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
                                       Silent&);
+template void ReadGuidScreenAttribute(const TextValue&, tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
+                                      Silent&);
 template void ReadGuidScreenAttribute(const Json::Value&, tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
+                                      Reporting&);
+template void ReadGuidScreenAttribute(const TextValue&, tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
                                       Reporting&);
 template void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO&,
                                         const Out<Silent>&);
@@ -169,5 +170,5 @@ void PacketGuidScreenAttribute(const tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, Js
 }  // namespace gsc::guidescreen
 
 void ParseGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO* info) {
-  ParseSilently(json, info, gsc::guidescreen::ReadGuidScreenAttribute<Silent>);
+  ParseSilently(json, info, gsc::guidescreen::ReadGuidScreenAttribute<Json::Value, Silent>);
 }

@@ -12,8 +12,8 @@ namespace gsc::guidescreen {
 
 // ParseGuidScreenAttribute's steps (record_codecs.h) in either context, instantiated for Silent
 // and Reporting.
-template <typename Context>
-void ReadGuidScreenAttribute(const Json::Value& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
+template <typename V, typename Context>
+void ReadGuidScreenAttribute(const V& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info,
                              Context& context);
 
 // PacketGuidScreenAttribute (record_codecs.h) in either context.

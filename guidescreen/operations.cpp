@@ -7,10 +7,13 @@
 #include "codec/frame.h"
 #include "codec/snprintf.h"
 #include "guidescreen/attribute_codec.h"
+#include "text/read_text.h"
 
 using namespace gsc::codec;
 using gsc::guidescreen::PacketGuidScreenAttribute;
 using gsc::guidescreen::ReadGuidScreenAttribute;
+using gsc::text::ReadTextReporting;
+using gsc::text::ReadTextSilently;
 
 namespace {
 
@@ -47,23 +50,19 @@ void WriteScreens(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params, 
   }
 }
 
-template <typename C>
-void ReadScreenById(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
-                    C& context) {
+template <typename V, typename C>
+void ReadScreenById(const V& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out, C& context) {
   const auto object = MembersOf<kScreenByIdResultKeys>(result, context);
-  ReadObject(object, "DisplayScreenCfg", [&](const Json::Value& screen) {
-    ReadGuidScreenAttribute(screen, out.stuInfo, context);
-  });
+  ReadObject(object, "DisplayScreenCfg",
+             [&](const auto& screen) { ReadGuidScreenAttribute(screen, out.stuInfo, context); });
 }
 
-template <typename C>
-void ReadAllScreens(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
-                    C& context) {
+template <typename V, typename C>
+void ReadAllScreens(const V& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out, C& context) {
   const uint32_t capacity = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
-  out.nRetInfosNum = ReadKeyedCollection(result, capacity, out.pstuInfos, context,
-                                         [&](const Json::Value& screen, auto& info) {
-                                           ReadGuidScreenAttribute(screen, info, context);
-                                         });
+  out.nRetInfosNum = ReadKeyedCollection(
+      result, capacity, out.pstuInfos, context,
+      [&](const auto& screen, auto& info) { ReadGuidScreenAttribute(screen, info, context); });
 }
 
 template <typename C>
@@ -114,6 +113,14 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GUIDESCREEN_CFG& 
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_SET_GUIDESCREEN_CFG& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_SET_GUIDESCREEN_CFG& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
+}
 
 bool serialize(const tagNET_IN_GET_GUIDESCREEN_CFG_BYID& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteScreenId(in, params, context); });
@@ -128,6 +135,17 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID&
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadScreenById(result, out, context); });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out) {
+  return ReadTextSilently(text, [&](const TextValue& result, Silent& context) {
+    ReadScreenById(result, out, context);
+  });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadScreenById(result, out, context);
+  });
 }
 
 bool serialize(const tagNET_IN_GET_ALL_GUIDESCREEN_CFG& /*in*/, Json::Value& /*params*/) {
@@ -144,6 +162,17 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& 
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadAllScreens(result, out, context); });
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out) {
+  return ReadTextSilently(text, [&](const TextValue& result, Silent& context) {
+    ReadAllScreens(result, out, context);
+  });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadAllScreens(result, out, context);
+  });
+}
 
 bool serialize(const tagNET_IN_SET_GD_STATUS& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteDisplayStatus(in, params, context); });
@@ -157,4 +186,12 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GD_STATUS& /*out*
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_SET_GD_STATUS& /*out*/,
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_SET_GD_STATUS& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_SET_GD_STATUS& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
 }

@@ -15,6 +15,7 @@
 #include "guidescreen_codec/version.h"
 
 #ifdef __cplusplus
+#include "guidescreen_codec/json_text.h"
 #include "guidescreen_codec/operations.h"
 #include "guidescreen_codec/record_codecs.h"
 #endif

@@ -12,11 +12,11 @@ constexpr auto kImmediatelyKeys = Keys("Enable", "PlayTime", "ProgrammeName", "P
 
 }  // namespace
 
-template <typename C>
-void ReadPlan(const Json::Value& json, tagNET_IMMEDIATELY_PLAN_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadPlan(const V& json, tagNET_IMMEDIATELY_PLAN_INFO& info, C& context) {
   const auto plan = MembersOf<kImmePlanKeys>(json, context);
   ReadPlanHeader(plan, info);
-  ReadObjectIfPresent(plan, "Immediately", [&](const Json::Value& block) {
+  ReadObjectIfPresent(plan, "Immediately", [&](const auto& block) {
     const auto immediately = MembersOf<kImmediatelyKeys>(block, context);
     ReadBool(immediately, "Enable", info.bEnable);
     ReadNumber(immediately, "PlayTime", info.nPlayTime);
@@ -36,14 +36,16 @@ void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO& info, const Out<C>& plan) {
 }
 
 template void ReadPlan(const Json::Value&, tagNET_IMMEDIATELY_PLAN_INFO&, Silent&);
+template void ReadPlan(const TextValue&, tagNET_IMMEDIATELY_PLAN_INFO&, Silent&);
 template void ReadPlan(const Json::Value&, tagNET_IMMEDIATELY_PLAN_INFO&, Reporting&);
+template void ReadPlan(const TextValue&, tagNET_IMMEDIATELY_PLAN_INFO&, Reporting&);
 template void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO&, const Out<Silent>&);
 template void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO&, const Out<Reporting>&);
 
 }  // namespace gsc::plan
 
 void ParseImmePlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO* info) {
-  ParseSilently(plan, info, gsc::plan::ReadPlan<Silent>);
+  ParseSilently(plan, info, gsc::plan::ReadPlan<Json::Value, Silent>);
 }
 
 void PacketImmePlan(const tagNET_IMMEDIATELY_PLAN_INFO* info, Json::Value& plan) {

@@ -6,11 +6,14 @@
 
 #include "codec/frame.h"
 #include "plan/plan_codecs.h"
+#include "text/read_text.h"
 
 using namespace gsc::codec;
 using gsc::plan::kPlanTypes;
 using gsc::plan::PacketPlan;
 using gsc::plan::ReadPlan;
+using gsc::text::ReadTextReporting;
+using gsc::text::ReadTextSilently;
 
 namespace {
 
@@ -24,8 +27,8 @@ uint32_t CapacityOf(const Plan* plans, uint32_t capacity) {
 }
 
 // The plan kind, read without a presence test: a plan without "PlanType" is an immediate plan.
-template <typename C>
-EM_PROGRAMMEPLAN_TYPE ReadPlanType(const Json::Value& plan, C& context) {
+template <typename V, typename C>
+EM_PROGRAMMEPLAN_TYPE ReadPlanType(const V& plan, C& context) {
   EM_PROGRAMMEPLAN_TYPE kind = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
   ReadEnumValue<kPlanTypes>(context, KeySegment("PlanType"), Member(plan, "PlanType"), kind);
   return kind;
@@ -42,8 +45,8 @@ struct PlanArray {
   uint32_t count = 0;
   std::vector<std::string> notRead;
 
-  template <typename C>
-  void Read(const Json::Value& plan, const char* name, const char* end, C& context) {
+  template <typename V, typename C>
+  void Read(const V& plan, const char* name, const char* end, C& context) {
     if (count < capacity) {
       ReadPlan(plan, plans[count++], context);
     } else if constexpr (C::kReporting) {
@@ -52,24 +55,21 @@ struct PlanArray {
   }
 };
 
-template <typename C>
-void ReadAllPlans(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out, C& context) {
+template <typename V, typename C>
+void ReadAllPlans(const V& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out, C& context) {
   PlanArray<tagNET_IMMEDIATELY_PLAN_INFO> imme(out.pstuImmePlans, out.nMaxPlanNum);
   PlanArray<tagNET_TIMER_PLAN_INFO> timer(out.pstuTimerPlans, out.nMaxPlanNum);
   const auto object = MembersOf<kKeyedResultKeys>(result, context);
-  const Json::Value& infos = object["infos"];
+  const auto& infos = object["infos"];
   Step<C> step(context, KeySegment("infos"));
   // One array filling up must not end the walk: later plans of the other kind still fit.
-  ForEachKeyedMember(context, infos,
-                     [&](const Json::Value& member, const char* name, const char* end) {
-                       const Json::Value& plan = ObjectOrNull(context, member);
-                       const EM_PROGRAMMEPLAN_TYPE kind = ReadPlanType(plan, context);
-                       if (kind == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY)
-                         imme.Read(plan, name, end, context);
-                       if (kind == EM_PROGRAMMEPLAN_TYPE_TIMER)
-                         timer.Read(plan, name, end, context);
-                       return true;
-                     });
+  ForEachKeyedMember(context, infos, [&](const auto& member, const char* name, const char* end) {
+    const auto& plan = ObjectOrNull(context, member);
+    const EM_PROGRAMMEPLAN_TYPE kind = ReadPlanType(plan, context);
+    if (kind == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY) imme.Read(plan, name, end, context);
+    if (kind == EM_PROGRAMMEPLAN_TYPE_TIMER) timer.Read(plan, name, end, context);
+    return true;
+  });
   if constexpr (C::kReporting) {
     if (!imme.notRead.empty()) {
       NoteCollectionClamped(context, "immediate plans", imme.capacity, imme.notRead);
@@ -87,10 +87,10 @@ void WritePlanId(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params
   WriteText(Out<C>{params, context}, "ProgrammePlanID", in.szProgrammePlanID);
 }
 
-template <typename C>
-void ReadPlanById(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out, C& context) {
+template <typename V, typename C>
+void ReadPlanById(const V& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out, C& context) {
   const auto object = MembersOf<kPlanResultKeys>(result, context);
-  ReadObject(object, "ProgrammePlan", [&](const Json::Value& plan) {
+  ReadObject(object, "ProgrammePlan", [&](const auto& plan) {
     out.emPlanType = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
     out.emPlanType = ReadPlanType(plan, context);
     if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY)
@@ -106,8 +106,8 @@ void WriteAddedPlan(const In& in, Json::Value& params, C& context) {
 }
 
 // Read without a presence test: an answer without an ID must not leave the caller a stale one.
-template <typename C>
-void ReadAddedPlan(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out, C& context) {
+template <typename V, typename C>
+void ReadAddedPlan(const V& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out, C& context) {
   const auto object = MembersOf<kAddedPlanResultKeys>(result, context);
   ReadText(object, "ProgrammePlanID", out.szProgrammePlanID);
 }
@@ -145,6 +145,16 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& o
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadAllPlans(result, out, context); });
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out) {
+  return ReadTextSilently(
+      text, [&](const TextValue& result, Silent& context) { ReadAllPlans(result, out, context); });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadAllPlans(result, out, context);
+  });
+}
 
 bool serialize(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WritePlanId(in, params, context); });
@@ -159,6 +169,16 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& o
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out,
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadPlanById(result, out, context); });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out) {
+  return ReadTextSilently(
+      text, [&](const TextValue& result, Silent& context) { ReadPlanById(result, out, context); });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadPlanById(result, out, context);
+  });
 }
 
 bool serialize(const tagNET_IN_ADD_IMME_PROGRAMMEPLAN& in, Json::Value& params) {
@@ -183,6 +203,16 @@ bool deserialize(const Json::Value& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out,
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadAddedPlan(result, out, context); });
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_ADD_PROGRAMMEPLAN& out) {
+  return ReadTextSilently(
+      text, [&](const TextValue& result, Silent& context) { ReadAddedPlan(result, out, context); });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_ADD_PROGRAMMEPLAN& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadAddedPlan(result, out, context);
+  });
+}
 
 bool serialize(const tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteModifiedPlan(in, params, context); });
@@ -197,6 +227,14 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_IMME_PROGRAMME
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& /*out*/,
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
 }
 
 bool serialize(const tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN& in, Json::Value& params) {
@@ -213,6 +251,14 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_TIMER_PROGRAMM
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
+}
 
 bool serialize(const tagNET_IN_DEL_PROGRAMMEPLANS& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteDeletedPlans(in, params, context); });
@@ -226,4 +272,12 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMEPLANS& /
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMEPLANS& /*out*/,
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMEPLANS& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMEPLANS& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
 }

@@ -17,18 +17,18 @@ constexpr int kPlanTypes = 2;
 
 // The plan codecs in either context (instantiated for Silent and Reporting); the public
 // ParseImmePlan, PacketTimerPlan, ... (record_codecs.h) run them silently.
-template <typename Context>
-void ReadPlan(const Json::Value& plan, tagNET_IMMEDIATELY_PLAN_INFO& info, Context& context);
-template <typename Context>
-void ReadPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadPlan(const V& plan, tagNET_IMMEDIATELY_PLAN_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadPlan(const V& plan, tagNET_TIMER_PLAN_INFO& info, Context& context);
 template <typename Context>
 void PacketPlan(const tagNET_IMMEDIATELY_PLAN_INFO& info, const codec::Out<Context>& plan);
 template <typename Context>
 void PacketPlan(const tagNET_TIMER_PLAN_INFO& info, const codec::Out<Context>& plan);
 
 // The three texts that open both plan kinds, laid out and coded alike.
-template <typename C, const auto& Table, typename Plan>
-void ReadPlanHeader(const codec::Members<C, Table>& plan, Plan& info) {
+template <typename C, const auto& Table, typename V, typename Plan>
+void ReadPlanHeader(const codec::Members<C, Table, V>& plan, Plan& info) {
   codec::ReadTextIfPresent(plan, "PlanName", info.szPlanName);
   codec::ReadTextIfPresent(plan, "PlanID", info.szPlanID);
   codec::ReadTextIfPresent(plan, "SplitScreenID", info.szSplitScreenID);

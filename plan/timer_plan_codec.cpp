@@ -18,8 +18,8 @@ constexpr auto kCustomDateKeys = Keys("PlayStartDate", "PlayEndDate");
 constexpr auto kPlanProgrammeKeys =
     Keys("ProgrammeID", "ProgrammeName", "IsBgProgramme", "StartTime", "EndTime");
 
-template <typename C>
-void ReadPlanProgramme(const Json::Value& json, tagNET_PLAN_PROGRAMME_INFO& programme, C& context) {
+template <typename V, typename C>
+void ReadPlanProgramme(const V& json, tagNET_PLAN_PROGRAMME_INFO& programme, C& context) {
   const auto object = MembersOf<kPlanProgrammeKeys>(json, context);
   ReadTextIfPresent(object, "ProgrammeID", programme.szProgrammeID);
   ReadTextIfPresent(object, "ProgrammeName", programme.szProgrammeName);
@@ -39,11 +39,11 @@ void PacketPlanProgramme(const tagNET_PLAN_PROGRAMME_INFO& programme, const Out<
 
 }  // namespace
 
-template <typename C>
-void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadPlan(const V& json, tagNET_TIMER_PLAN_INFO& info, C& context) {
   const auto plan = MembersOf<kTimerPlanKeys>(json, context);
   ReadPlanHeader(plan, info);
-  const Json::Value& timerObject = ObjectIfPresent(plan, "Timer");
+  const auto& timerObject = ObjectIfPresent(plan, "Timer");
   if (timerObject.isNull()) return;
   // The opinion sits beside "Timer", in the middle of its steps; a plan without a "Timer"
   // carries no review to read.
@@ -52,10 +52,10 @@ void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context)
     const Step<C> step(context, KeySegment("Timer"));
     ReadEnum<kPeriodTypes>(timer, "PeriodType", info.emPeriodType);
     ReadArrayIfPresent(timer, "PlayDates", info.nPlayDatesNum, info.nPlayDates,
-                       [&](const Json::Value& date, uint32_t& field) {
+                       [&](const auto& date, uint32_t& field) {
                          field = static_cast<uint32_t>(ReadInt(context, date));
                        });
-    ReadObject(timer, "CustomPlayDate", [&](const Json::Value& dates) {
+    ReadObject(timer, "CustomPlayDate", [&](const auto& dates) {
       const auto customDates = MembersOf<kCustomDateKeys>(dates, context);
       ReadDateIfPresent(customDates, "PlayStartDate", info.stuPlayStartDate);
       ReadDateIfPresent(customDates, "PlayEndDate", info.stuPlayEndDate);
@@ -66,7 +66,7 @@ void ReadPlan(const Json::Value& json, tagNET_TIMER_PLAN_INFO& info, C& context)
   const Step<C> step(context, KeySegment("Timer"));
   ReadBool(timer, "Overdue", info.bOverdue);
   ReadArrayIfPresent(timer, "Programmes", info.nProgrammesNum, info.stuProgrammes,
-                     [&](const Json::Value& programme, tagNET_PLAN_PROGRAMME_INFO& entry) {
+                     [&](const auto& programme, tagNET_PLAN_PROGRAMME_INFO& entry) {
                        ReadPlanProgramme(programme, entry, context);
                      });
 }
@@ -91,14 +91,16 @@ void PacketPlan(const tagNET_TIMER_PLAN_INFO& info, const Out<C>& plan) {
 }
 
 template void ReadPlan(const Json::Value&, tagNET_TIMER_PLAN_INFO&, Silent&);
+template void ReadPlan(const TextValue&, tagNET_TIMER_PLAN_INFO&, Silent&);
 template void ReadPlan(const Json::Value&, tagNET_TIMER_PLAN_INFO&, Reporting&);
+template void ReadPlan(const TextValue&, tagNET_TIMER_PLAN_INFO&, Reporting&);
 template void PacketPlan(const tagNET_TIMER_PLAN_INFO&, const Out<Silent>&);
 template void PacketPlan(const tagNET_TIMER_PLAN_INFO&, const Out<Reporting>&);
 
 }  // namespace gsc::plan
 
 void ParseTimerPlan(const Json::Value& plan, tagNET_TIMER_PLAN_INFO* info) {
-  ParseSilently(plan, info, gsc::plan::ReadPlan<Silent>);
+  ParseSilently(plan, info, gsc::plan::ReadPlan<Json::Value, Silent>);
 }
 
 void PacketTimerPlan(const tagNET_TIMER_PLAN_INFO* info, Json::Value& plan) {

@@ -29,10 +29,29 @@ class BufferedRecord {
   Record record_;
 };
 
-template <typename C, typename Record>
-void ParseAt(const Json::Value& json, unsigned char* at, C& context) {
+template <typename Record, typename V, typename C>
+void ParseAt(const V& json, unsigned char* at, C& context) {
   BufferedRecord<Record> record(at);
   ReadElement(json, *record.get(), context);
+}
+
+// Reads `json` into the record of `kind` (one of the five with a record) at `at`.
+template <typename V, typename C>
+void ParseEntry(EM_ELEMENT_TYPE kind, const V& json, unsigned char* at, C& context) {
+  switch (kind) {
+    case EM_ELEMENT_TYPE_VIDEO:
+      return ParseAt<tagNET_VIDEO_ELEMENT_INFO>(json, at, context);
+    case EM_ELEMENT_TYPE_PICTURE:
+      return ParseAt<tagNET_PICTURE_ELEMENT_INFO>(json, at, context);
+    case EM_ELEMENT_TYPE_TEXT:
+      return ParseAt<tagNET_TEXT_ELEMENT_INFO>(json, at, context);
+    case EM_ELEMENT_TYPE_PLACEHOLDER:
+      return ParseAt<tagNET_PLACEHOLDER_ELEMENT_INFO>(json, at, context);
+    case EM_ELEMENT_TYPE_CAPTURE:
+      return ParseAt<tagNET_CAPTURE_ELEMENT_INFO>(json, at, context);
+    default:
+      return;
+  }
 }
 
 template <typename C, typename Record>
@@ -42,17 +61,16 @@ void PacketAt(const unsigned char* at, const codec::Out<C>& json) {
   PacketElement(record, json);
 }
 
-// One element kind: the size of its record and its codecs working on a position in the buffer.
+// One element kind: the size of its record and its writer working on a position in the buffer.
 template <typename C>
 struct ElementKind {
   size_t recordSize;
-  void (*parseAt)(const Json::Value& json, unsigned char* at, C& context);
   void (*packetAt)(const unsigned char* at, const codec::Out<C>& json);
 };
 
 template <typename C, typename Record>
 constexpr ElementKind<C> KindOf() {
-  return {sizeof(Record), &ParseAt<C, Record>, &PacketAt<C, Record>};
+  return {sizeof(Record), &PacketAt<C, Record>};
 }
 
 // The kinds with a record: EM_ELEMENT_TYPE 1 to 5.
@@ -103,17 +121,17 @@ EM_ELEMENT_TYPE ElementKindOfType(int type) {
   return static_cast<EM_ELEMENT_TYPE>(type >= 0 && type < kKindCount ? type + 1 : 0);
 }
 
-template <typename C>
-uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length,
-                         C& context) {
+template <typename V, typename C>
+uint32_t ReadElementList(const V& elements, unsigned char* buffer, uint32_t length, C& context) {
   const size_t capacity = buffer != nullptr ? length : 0;
   size_t used = 0;
   uint32_t stored = 0;
   size_t needed = 0;
-  codec::ArrayCursor cursor(elements, elements.size());
-  for (Json::ArrayIndex j = 0; j < elements.size(); ++j) {
+  const Json::ArrayIndex size = elements.size();
+  codec::ArrayCursor cursor(elements, size);
+  for (Json::ArrayIndex j = 0; j < size; ++j) {
     codec::Step<C> step(context, codec::Segment::Index(j));
-    const Json::Value& element = codec::ObjectOrNull(context, cursor.At(j));
+    const auto& element = codec::ObjectOrNull(context, cursor.At(j));
     const int type =
         codec::ReadInt(context, codec::KeySegment("Type"), codec::Member(element, "Type"));
     const EM_ELEMENT_TYPE kind = ElementKindOfType(type);
@@ -125,8 +143,8 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
     }
     unsigned char* header = buffer + used;
     StoreKind(header, kind);
-    if (const ElementKind<C>* known = FindKind<C>(kind)) {
-      known->parseAt(element, header + kElementHeaderSize, context);
+    if (FindKind<C>(kind) != nullptr) {
+      ParseEntry(kind, element, header + kElementHeaderSize, context);
     } else if constexpr (C::kReporting) {
       codec::NoteUnknownElementType(context, type);
     }
@@ -134,8 +152,8 @@ uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uin
     ++stored;
   }
   if constexpr (C::kReporting) {
-    if (stored < elements.size()) {
-      codec::NoteElementBufferFull(context, elements.size(), stored, needed, capacity - used);
+    if (stored < size) {
+      codec::NoteElementBufferFull(context, size, stored, needed, capacity - used);
     }
   }
   return stored;
@@ -170,7 +188,11 @@ void WriteElementList(const unsigned char* buffer, uint32_t count, Json::Value& 
 }
 
 template uint32_t ReadElementList(const Json::Value&, unsigned char*, uint32_t, codec::Silent&);
+template uint32_t ReadElementList(const codec::TextValue&, unsigned char*, uint32_t,
+                                  codec::Silent&);
 template uint32_t ReadElementList(const Json::Value&, unsigned char*, uint32_t, codec::Reporting&);
+template uint32_t ReadElementList(const codec::TextValue&, unsigned char*, uint32_t,
+                                  codec::Reporting&);
 template void WriteElementList(const unsigned char*, uint32_t, const codec::Out<codec::Silent>&);
 template void WriteElementList(const unsigned char*, uint32_t, const codec::Out<codec::Reporting>&);
 

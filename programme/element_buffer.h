@@ -30,8 +30,8 @@ EM_ELEMENT_TYPE ElementKindOfType(int type);
 // past buffer + length is written, and a null buffer holds nothing. Only the header's kind is
 // written, never its reserved bytes; a record is merged with what the buffer held before.
 // When reporting, an entry of unknown "Type" and the entries that did not fit are noted.
-template <typename Context>
-uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length,
+template <typename V, typename Context>
+uint32_t ReadElementList(const V& elements, unsigned char* buffer, uint32_t length,
                          Context& context);
 uint32_t ReadElementList(const Json::Value& elements, unsigned char* buffer, uint32_t length);
 

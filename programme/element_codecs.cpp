@@ -24,11 +24,11 @@ constexpr auto kDeviceKeys =
 }  // namespace
 
 // A missing "Video" object is looked into all the same: its members read as null.
-template <typename C>
-void ReadElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadElement(const V& json, tagNET_VIDEO_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kVideoElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "Video", [&](const Json::Value& kindObject) {
+  ReadObject(object, "Video", [&](const auto& kindObject) {
     const auto video = MembersOf<kVideoKeys>(kindObject, context);
     ReadTextIfPresent(video, "Path", info.szPath);
     ReadNumber(video, "PlayCount", info.nPlayCount);
@@ -45,11 +45,11 @@ void PacketElement(const tagNET_VIDEO_ELEMENT_INFO& info, const Out<C>& json) {
   WriteNoteList(json, info.nNoteNum, info.stuNote);
 }
 
-template <typename C>
-void ReadElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadElement(const V& json, tagNET_PICTURE_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kPictureElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "Picture", [&](const Json::Value& kindObject) {
+  ReadObject(object, "Picture", [&](const auto& kindObject) {
     const auto picture = MembersOf<kPictureKeys>(kindObject, context);
     ReadTextIfPresent(picture, "Path", info.szPath);
     ReadNumber(picture, "PlayTime", info.nPlayTime);
@@ -77,12 +77,11 @@ void PacketElement(const tagNET_PICTURE_ELEMENT_INFO& info, const Out<C>& json) 
 }
 
 // "Text" has no presence test of its own: a missing one still resets the block's numbers.
-template <typename C>
-void ReadElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadElement(const V& json, tagNET_TEXT_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kTextElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "Text",
-             [&](const Json::Value& text) { ReadTextBlock(text, info.stuText, context); });
+  ReadObject(object, "Text", [&](const auto& text) { ReadTextBlock(text, info.stuText, context); });
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
@@ -93,8 +92,8 @@ void PacketElement(const tagNET_TEXT_ELEMENT_INFO& info, const Out<C>& json) {
   WriteNoteList(json, info.nNoteNum, info.stuNote);
 }
 
-template <typename C>
-void ReadElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadElement(const V& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kPlaceHolderElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
   ReadNoteList(object, info.nNoteNum, info.stuNote);
@@ -108,11 +107,11 @@ void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO& info, const Out<C>& js
 
 // The source device's fields lie flat in the record but travel inside "DeviceInfo", together
 // with the capture type and the play time.
-template <typename C>
-void ReadElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadElement(const V& json, tagNET_CAPTURE_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kCaptureElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "DeviceInfo", [&](const Json::Value& kindObject) {
+  ReadObject(object, "DeviceInfo", [&](const auto& kindObject) {
     const auto device = MembersOf<kDeviceKeys>(kindObject, context);
     ReadTextIfPresent(device, "UserName", info.szUserName);
     ReadTextIfPresent(device, "Password", info.szPassword);
@@ -141,23 +140,33 @@ void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO& info, const Out<C>& json) 
 
 // Both contexts of every kind.
 template void ReadElement(const Json::Value&, tagNET_VIDEO_ELEMENT_INFO&, Silent&);
+template void ReadElement(const TextValue&, tagNET_VIDEO_ELEMENT_INFO&, Silent&);
 template void ReadElement(const Json::Value&, tagNET_VIDEO_ELEMENT_INFO&, Reporting&);
+template void ReadElement(const TextValue&, tagNET_VIDEO_ELEMENT_INFO&, Reporting&);
 template void PacketElement(const tagNET_VIDEO_ELEMENT_INFO&, const Out<Silent>&);
 template void PacketElement(const tagNET_VIDEO_ELEMENT_INFO&, const Out<Reporting>&);
 template void ReadElement(const Json::Value&, tagNET_PICTURE_ELEMENT_INFO&, Silent&);
+template void ReadElement(const TextValue&, tagNET_PICTURE_ELEMENT_INFO&, Silent&);
 template void ReadElement(const Json::Value&, tagNET_PICTURE_ELEMENT_INFO&, Reporting&);
+template void ReadElement(const TextValue&, tagNET_PICTURE_ELEMENT_INFO&, Reporting&);
 template void PacketElement(const tagNET_PICTURE_ELEMENT_INFO&, const Out<Silent>&);
 template void PacketElement(const tagNET_PICTURE_ELEMENT_INFO&, const Out<Reporting>&);
 template void ReadElement(const Json::Value&, tagNET_TEXT_ELEMENT_INFO&, Silent&);
+template void ReadElement(const TextValue&, tagNET_TEXT_ELEMENT_INFO&, Silent&);
 template void ReadElement(const Json::Value&, tagNET_TEXT_ELEMENT_INFO&, Reporting&);
+template void ReadElement(const TextValue&, tagNET_TEXT_ELEMENT_INFO&, Reporting&);
 template void PacketElement(const tagNET_TEXT_ELEMENT_INFO&, const Out<Silent>&);
 template void PacketElement(const tagNET_TEXT_ELEMENT_INFO&, const Out<Reporting>&);
 template void ReadElement(const Json::Value&, tagNET_PLACEHOLDER_ELEMENT_INFO&, Silent&);
+template void ReadElement(const TextValue&, tagNET_PLACEHOLDER_ELEMENT_INFO&, Silent&);
 template void ReadElement(const Json::Value&, tagNET_PLACEHOLDER_ELEMENT_INFO&, Reporting&);
+template void ReadElement(const TextValue&, tagNET_PLACEHOLDER_ELEMENT_INFO&, Reporting&);
 template void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO&, const Out<Silent>&);
 template void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO&, const Out<Reporting>&);
 template void ReadElement(const Json::Value&, tagNET_CAPTURE_ELEMENT_INFO&, Silent&);
+template void ReadElement(const TextValue&, tagNET_CAPTURE_ELEMENT_INFO&, Silent&);
 template void ReadElement(const Json::Value&, tagNET_CAPTURE_ELEMENT_INFO&, Reporting&);
+template void ReadElement(const TextValue&, tagNET_CAPTURE_ELEMENT_INFO&, Reporting&);
 template void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO&, const Out<Silent>&);
 template void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO&, const Out<Reporting>&);
 
@@ -167,31 +176,31 @@ using gsc::programme::PacketElement;
 using gsc::programme::ReadElement;
 
 void ParseVideoElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO* info) {
-  ParseSilently(json, info, ReadElement<Silent>);
+  ParseSilently(json, info, ReadElement<Json::Value, Silent>);
 }
 void PacketVideoElement(const tagNET_VIDEO_ELEMENT_INFO* info, Json::Value& json) {
   PacketSilently(info, json, PacketElement<Silent>);
 }
 void ParsePictureElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO* info) {
-  ParseSilently(json, info, ReadElement<Silent>);
+  ParseSilently(json, info, ReadElement<Json::Value, Silent>);
 }
 void PacketPictureElement(const tagNET_PICTURE_ELEMENT_INFO* info, Json::Value& json) {
   PacketSilently(info, json, PacketElement<Silent>);
 }
 void ParseTextElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO* info) {
-  ParseSilently(json, info, ReadElement<Silent>);
+  ParseSilently(json, info, ReadElement<Json::Value, Silent>);
 }
 void PacketTextElement(const tagNET_TEXT_ELEMENT_INFO* info, Json::Value& json) {
   PacketSilently(info, json, PacketElement<Silent>);
 }
 void ParsePlaceHolderElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO* info) {
-  ParseSilently(json, info, ReadElement<Silent>);
+  ParseSilently(json, info, ReadElement<Json::Value, Silent>);
 }
 void PacketPlaceHolderElement(const tagNET_PLACEHOLDER_ELEMENT_INFO* info, Json::Value& json) {
   PacketSilently(info, json, PacketElement<Silent>);
 }
 void ParseCaptureElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO* info) {
-  ParseSilently(json, info, ReadElement<Silent>);
+  ParseSilently(json, info, ReadElement<Json::Value, Silent>);
 }
 void PacketCaptureElement(const tagNET_CAPTURE_ELEMENT_INFO* info, Json::Value& json) {
   PacketSilently(info, json, PacketElement<Silent>);

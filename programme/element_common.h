@@ -30,19 +30,20 @@ constexpr int32_t JsonElementType(EM_ELEMENT_TYPE kind) {
 }
 
 // "Name" when present, "FillerState" always (missing reads false).
-template <typename C, const auto& Table>
-void ReadElementHead(const codec::Members<C, Table>& object, char (&name)[64], bool& fillerState) {
+template <typename C, const auto& Table, typename V>
+void ReadElementHead(const codec::Members<C, Table, V>& object, char (&name)[64],
+                     bool& fillerState) {
   codec::ReadTextIfPresent(object, "Name", name);
   codec::ReadBool(object, "FillerState", fillerState);
 }
 
 // A "Note" array replaces the count (clamped to 4) and merges into the first notes; anything
 // else keeps both.
-template <typename C, const auto& Table>
-void ReadNoteList(const codec::Members<C, Table>& object, uint32_t& noteNum,
+template <typename C, const auto& Table, typename V>
+void ReadNoteList(const codec::Members<C, Table, V>& object, uint32_t& noteNum,
                   tagNET_GUIDESCREEN_NOTE_INFO (&notes)[kMaxNotes]) {
   codec::ReadArrayIfPresent(object, "Note", noteNum, notes,
-                            [&](const Json::Value& note, tagNET_GUIDESCREEN_NOTE_INFO& info) {
+                            [&](const auto& note, tagNET_GUIDESCREEN_NOTE_INFO& info) {
                               ReadNote(note, info, object.context());
                             });
 }

@@ -3,10 +3,13 @@
 
 #include "codec/frame.h"
 #include "programme/programme_codecs.h"
+#include "text/read_text.h"
 
 using namespace gsc::codec;
 using gsc::programme::PacketProgramme;
 using gsc::programme::ReadProgramme;
+using gsc::text::ReadTextReporting;
+using gsc::text::ReadTextSilently;
 
 namespace {
 
@@ -19,8 +22,8 @@ constexpr auto kAddedProgrammeResultKeys = Keys("ProgrammeID");
 
 // A brief entry carries "TempletState" at its own top level, not inside "Ordinary", and leaves
 // the caller's programme type alone when it says nothing about it.
-template <typename C>
-void ReadBriefProgramme(const Json::Value& json, tagNET_BRIEFLY_PROGRAMME_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadBriefProgramme(const V& json, tagNET_BRIEFLY_PROGRAMME_INFO& info, C& context) {
   const auto object = MembersOf<kBriefProgrammeKeys>(json, context);
   ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
   ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
@@ -34,28 +37,26 @@ void WriteProgrammeId(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& param
   WriteText(Out<C>{params, context}, "ProgrammeID", in.szProgrammeID);
 }
 
-template <typename C>
-void ReadProgrammeById(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out, C& context) {
+template <typename V, typename C>
+void ReadProgrammeById(const V& result, tagNET_OUT_GET_PROGRAMME_BYID& out, C& context) {
   const auto object = MembersOf<kProgrammeResultKeys>(result, context);
-  ReadObject(object, "Programme", [&](const Json::Value& programme) {
-    ReadProgramme(programme, out.stuProgramme, context);
-  });
+  ReadObject(object, "Programme",
+             [&](const auto& programme) { ReadProgramme(programme, out.stuProgramme, context); });
 }
 
-template <typename C>
-void ReadAllProgrammes(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out, C& context) {
+template <typename V, typename C>
+void ReadAllProgrammes(const V& result, tagNET_OUT_GET_ALL_PROGRAMMES& out, C& context) {
   const uint32_t capacity = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
   out.nRetInfosNum = ReadKeyedCollection(
       result, capacity, out.pstuInfos, context,
-      [&](const Json::Value& programme, auto& info) { ReadProgramme(programme, info, context); });
+      [&](const auto& programme, auto& info) { ReadProgramme(programme, info, context); });
 }
 
-template <typename C>
-void ReadBriefProgrammes(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
-                         C& context) {
+template <typename V, typename C>
+void ReadBriefProgrammes(const V& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out, C& context) {
   out.nRetInfosNum = ReadKeyedCollection(
       result, Capacity(out.stuInfos), out.stuInfos, context,
-      [&](const Json::Value& brief, auto& info) { ReadBriefProgramme(brief, info, context); });
+      [&](const auto& brief, auto& info) { ReadBriefProgramme(brief, info, context); });
 }
 
 template <typename C>
@@ -65,8 +66,8 @@ void WriteAddedProgramme(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& par
 }
 
 // The new ID is copied even when the answer has none, which stores an empty text.
-template <typename C>
-void ReadAddedProgramme(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out, C& context) {
+template <typename V, typename C>
+void ReadAddedProgramme(const V& result, tagNET_OUT_ADD_ONE_PROGRAMME& out, C& context) {
   const auto object = MembersOf<kAddedProgrammeResultKeys>(result, context);
   ReadText(object, "ProgrammeID", out.szProgrammeID);
 }
@@ -104,6 +105,17 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_PROGRAMME_BYID& out,
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadProgrammeById(result, out, context); });
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMME_BYID& out) {
+  return ReadTextSilently(text, [&](const TextValue& result, Silent& context) {
+    ReadProgrammeById(result, out, context);
+  });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMME_BYID& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadProgrammeById(result, out, context);
+  });
+}
 
 bool serialize(const tagNET_IN_GET_ALL_PROGRAMMES& /*in*/, Json::Value& /*params*/) {
   return true;
@@ -118,6 +130,17 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out) 
 bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_PROGRAMMES& out,
                  gsc::Report& report) {
   return RunReporting(report, [&](Reporting& context) { ReadAllProgrammes(result, out, context); });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out) {
+  return ReadTextSilently(text, [&](const TextValue& result, Silent& context) {
+    ReadAllProgrammes(result, out, context);
+  });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadAllProgrammes(result, out, context);
+  });
 }
 
 bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& /*in*/, Json::Value& /*params*/) {
@@ -135,6 +158,17 @@ bool deserialize(const Json::Value& result, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES
   return RunReporting(report,
                       [&](Reporting& context) { ReadBriefProgrammes(result, out, context); });
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out) {
+  return ReadTextSilently(text, [&](const TextValue& result, Silent& context) {
+    ReadBriefProgrammes(result, out, context);
+  });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadBriefProgrammes(result, out, context);
+  });
+}
 
 bool serialize(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteAddedProgramme(in, params, context); });
@@ -151,6 +185,17 @@ bool deserialize(const Json::Value& result, tagNET_OUT_ADD_ONE_PROGRAMME& out,
   return RunReporting(report,
                       [&](Reporting& context) { ReadAddedProgramme(result, out, context); });
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_ADD_ONE_PROGRAMME& out) {
+  return ReadTextSilently(text, [&](const TextValue& result, Silent& context) {
+    ReadAddedProgramme(result, out, context);
+  });
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_ADD_ONE_PROGRAMME& out,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+    ReadAddedProgramme(result, out, context);
+  });
+}
 
 bool serialize(const tagNET_IN_MODIFY_ONE_PROGRAMME& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteModifiedProgramme(in, params, context); });
@@ -166,6 +211,14 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_MODIFY_ONE_PROGRAMME&
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
 }
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_MODIFY_ONE_PROGRAMME& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_MODIFY_ONE_PROGRAMME& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
+}
 
 bool serialize(const tagNET_IN_DEL_PROGRAMMES& in, Json::Value& params) {
   return RunSilent([&](Silent& context) { WriteDeletedProgrammes(in, params, context); });
@@ -180,4 +233,12 @@ bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMES& /*out
 bool deserialize(const Json::Value& /*result*/, tagNET_OUT_DEL_PROGRAMMES& /*out*/,
                  gsc::Report& report) {
   return RunReporting(report, [](Reporting& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMES& /*out*/) {
+  return ReadTextSilently(text, [](const TextValue& /*result*/, Silent& /*context*/) {});
+}
+bool gsc::deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMES& /*out*/,
+                           gsc::Report& report) {
+  return ReadTextReporting(text, report,
+                           [](const TextValue& /*result*/, Reporting& /*context*/) {});
 }

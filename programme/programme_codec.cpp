@@ -19,9 +19,10 @@ constexpr auto kWindowKeys = Keys("WinID", "BackgroundColor", "Volume", "Diaphan
 
 // An "Elements" array is laid into the window's own buffer and replaces nElementsNum; anything
 // else keeps the count.
-template <typename C, const auto& Table>
-void ReadElementsIfPresent(const Members<C, Table>& object, tagNET_PROGRAMME_WINDOW_INFO& window) {
-  const Json::Value& elements = object["Elements"];
+template <typename C, const auto& Table, typename V>
+void ReadElementsIfPresent(const Members<C, Table, V>& object,
+                           tagNET_PROGRAMME_WINDOW_INFO& window) {
+  const auto& elements = object["Elements"];
   if (!elements.isArray()) {
     if constexpr (C::kReporting) {
       if (!elements.isNull()) {
@@ -35,8 +36,8 @@ void ReadElementsIfPresent(const Members<C, Table>& object, tagNET_PROGRAMME_WIN
       ReadElementList(elements, window.pElementsBuf, window.nElementsBufLen, object.context());
 }
 
-template <typename C>
-void ReadWindow(const Json::Value& json, tagNET_PROGRAMME_WINDOW_INFO& window, C& context) {
+template <typename V, typename C>
+void ReadWindow(const V& json, tagNET_PROGRAMME_WINDOW_INFO& window, C& context) {
   const auto object = MembersOf<kWindowKeys>(json, context);
   ReadTextIfPresent(object, "WinID", window.szWinID);
   ReadColorIfPresent(object, "BackgroundColor", window.stuBackgroundColor);
@@ -63,13 +64,13 @@ void PacketWindow(const tagNET_PROGRAMME_WINDOW_INFO& window, const Out<C>& json
   WriteElementList(window.pElementsBuf, window.nElementsNum, Put(json, "Elements"));
 }
 
-template <typename C>
-void ReadOrdinary(const Json::Value& json, tagNET_ORDINARY_PROGRAMME_INFO& ordinary, C& context) {
+template <typename V, typename C>
+void ReadOrdinary(const V& json, tagNET_ORDINARY_PROGRAMME_INFO& ordinary, C& context) {
   const auto object = MembersOf<kOrdinaryKeys>(json, context);
   ReadBool(object, "TempletState", ordinary.bTempletState);
   ReadTextIfPresent(object, "Description", ordinary.szDescription);
   ReadArrayIfPresent(object, "Windows", ordinary.nWindowsNum, ordinary.stuWindows,
-                     [&](const Json::Value& window, tagNET_PROGRAMME_WINDOW_INFO& info) {
+                     [&](const auto& window, tagNET_PROGRAMME_WINDOW_INFO& info) {
                        ReadWindow(window, info, context);
                      });
 }
@@ -87,13 +88,13 @@ void PacketOrdinary(const tagNET_ORDINARY_PROGRAMME_INFO& ordinary, const Out<C>
 }  // namespace
 
 // "ProgrammeType" is not read here: the record holds only the ordinary kind.
-template <typename C>
-void ReadProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadProgramme(const V& json, tagNET_PROGRAMME_INFO& info, C& context) {
   const auto object = MembersOf<kProgrammeKeys>(json, context);
   ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
   ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
   ReadBool(object, "Enable", info.bEnable);
-  ReadObjectIfPresent(object, "Ordinary", [&](const Json::Value& ordinary) {
+  ReadObjectIfPresent(object, "Ordinary", [&](const auto& ordinary) {
     ReadOrdinary(ordinary, info.stuOrdinary, context);
   });
 }
@@ -109,14 +110,16 @@ void PacketProgramme(const tagNET_PROGRAMME_INFO& info, const Out<C>& json) {
 }
 
 template void ReadProgramme(const Json::Value&, tagNET_PROGRAMME_INFO&, Silent&);
+template void ReadProgramme(const TextValue&, tagNET_PROGRAMME_INFO&, Silent&);
 template void ReadProgramme(const Json::Value&, tagNET_PROGRAMME_INFO&, Reporting&);
+template void ReadProgramme(const TextValue&, tagNET_PROGRAMME_INFO&, Reporting&);
 template void PacketProgramme(const tagNET_PROGRAMME_INFO&, const Out<Silent>&);
 template void PacketProgramme(const tagNET_PROGRAMME_INFO&, const Out<Reporting>&);
 
 }  // namespace gsc::programme
 
 void ParseProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO* info) {
-  ParseSilently(json, info, gsc::programme::ReadProgramme<Silent>);
+  ParseSilently(json, info, gsc::programme::ReadProgramme<Json::Value, Silent>);
 }
 
 void PacketPragramme(const tagNET_PROGRAMME_INFO* info, Json::Value& json) {

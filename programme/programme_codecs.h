@@ -16,25 +16,25 @@
 
 namespace gsc::programme {
 
-template <typename Context>
-void ReadTextBlock(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadTextBlock(const V& json, tagNET_GUIDESCREEN_TEXT_INFO& info, Context& context);
 template <typename Context>
 void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO& info, const codec::Out<Context>& json);
-template <typename Context>
-void ReadNote(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadNote(const V& json, tagNET_GUIDESCREEN_NOTE_INFO& info, Context& context);
 template <typename Context>
 void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO& info, const codec::Out<Context>& json);
 
-template <typename Context>
-void ReadElement(const Json::Value& json, tagNET_VIDEO_ELEMENT_INFO& info, Context& context);
-template <typename Context>
-void ReadElement(const Json::Value& json, tagNET_PICTURE_ELEMENT_INFO& info, Context& context);
-template <typename Context>
-void ReadElement(const Json::Value& json, tagNET_TEXT_ELEMENT_INFO& info, Context& context);
-template <typename Context>
-void ReadElement(const Json::Value& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, Context& context);
-template <typename Context>
-void ReadElement(const Json::Value& json, tagNET_CAPTURE_ELEMENT_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadElement(const V& json, tagNET_VIDEO_ELEMENT_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadElement(const V& json, tagNET_PICTURE_ELEMENT_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadElement(const V& json, tagNET_TEXT_ELEMENT_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadElement(const V& json, tagNET_PLACEHOLDER_ELEMENT_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadElement(const V& json, tagNET_CAPTURE_ELEMENT_INFO& info, Context& context);
 template <typename Context>
 void PacketElement(const tagNET_VIDEO_ELEMENT_INFO& info, const codec::Out<Context>& json);
 template <typename Context>
@@ -46,8 +46,8 @@ void PacketElement(const tagNET_PLACEHOLDER_ELEMENT_INFO& info, const codec::Out
 template <typename Context>
 void PacketElement(const tagNET_CAPTURE_ELEMENT_INFO& info, const codec::Out<Context>& json);
 
-template <typename Context>
-void ReadProgramme(const Json::Value& json, tagNET_PROGRAMME_INFO& info, Context& context);
+template <typename V, typename Context>
+void ReadProgramme(const V& json, tagNET_PROGRAMME_INFO& info, Context& context);
 template <typename Context>
 void PacketProgramme(const tagNET_PROGRAMME_INFO& info, const codec::Out<Context>& json);
 

@@ -17,8 +17,8 @@ constexpr auto kNoteKeys = Keys("Enable", "NoteRect", "NoteInfo");
 }  // namespace
 
 // StayTime is taken before PlayTime and PlayCount, as the device's text objects list them.
-template <typename C>
-void ReadTextBlock(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadTextBlock(const V& json, tagNET_GUIDESCREEN_TEXT_INFO& info, C& context) {
   const auto object = MembersOf<kTextBlockKeys>(json, context);
   ReadTextIfPresent(object, "Content", info.szContent);
   ReadNumber(object, "FontSize", info.nFontSize);
@@ -51,14 +51,13 @@ void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO& info, const Out<C>& jso
 }
 
 // Unlike a text element's "Text", a note's text block is left alone when the note has none.
-template <typename C>
-void ReadNote(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO& info, C& context) {
+template <typename V, typename C>
+void ReadNote(const V& json, tagNET_GUIDESCREEN_NOTE_INFO& info, C& context) {
   const auto object = MembersOf<kNoteKeys>(json, context);
   ReadBoolIfPresent(object, "Enable", info.bEnable);
   ReadRectIfPresent(object, "NoteRect", info.stuNoteRect);
-  ReadObjectIfPresent(object, "NoteInfo", [&](const Json::Value& text) {
-    ReadTextBlock(text, info.stuNoteInfo, context);
-  });
+  ReadObjectIfPresent(object, "NoteInfo",
+                      [&](const auto& text) { ReadTextBlock(text, info.stuNoteInfo, context); });
 }
 
 template <typename C>
@@ -70,11 +69,15 @@ void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO& info, const Out<C>& json) {
 }
 
 template void ReadTextBlock(const Json::Value&, tagNET_GUIDESCREEN_TEXT_INFO&, Silent&);
+template void ReadTextBlock(const TextValue&, tagNET_GUIDESCREEN_TEXT_INFO&, Silent&);
 template void ReadTextBlock(const Json::Value&, tagNET_GUIDESCREEN_TEXT_INFO&, Reporting&);
+template void ReadTextBlock(const TextValue&, tagNET_GUIDESCREEN_TEXT_INFO&, Reporting&);
 template void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO&, const Out<Silent>&);
 template void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO&, const Out<Reporting>&);
 template void ReadNote(const Json::Value&, tagNET_GUIDESCREEN_NOTE_INFO&, Silent&);
+template void ReadNote(const TextValue&, tagNET_GUIDESCREEN_NOTE_INFO&, Silent&);
 template void ReadNote(const Json::Value&, tagNET_GUIDESCREEN_NOTE_INFO&, Reporting&);
+template void ReadNote(const TextValue&, tagNET_GUIDESCREEN_NOTE_INFO&, Reporting&);
 template void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO&, const Out<Silent>&);
 template void PacketNote(const tagNET_GUIDESCREEN_NOTE_INFO&, const Out<Reporting>&);
 
@@ -86,7 +89,7 @@ using gsc::programme::ReadNote;
 using gsc::programme::ReadTextBlock;
 
 void ParseText(const Json::Value& json, tagNET_GUIDESCREEN_TEXT_INFO* info) {
-  ParseSilently(json, info, ReadTextBlock<Silent>);
+  ParseSilently(json, info, ReadTextBlock<Json::Value, Silent>);
 }
 
 void PacketText(const tagNET_GUIDESCREEN_TEXT_INFO* info, Json::Value& json) {
@@ -94,7 +97,7 @@ void PacketText(const tagNET_GUIDESCREEN_TEXT_INFO* info, Json::Value& json) {
 }
 
 void ParseNotes(const Json::Value& json, tagNET_GUIDESCREEN_NOTE_INFO* info) {
-  ParseSilently(json, info, ReadNote<Silent>);
+  ParseSilently(json, info, ReadNote<Json::Value, Silent>);
 }
 
 void PacketNotes(const tagNET_GUIDESCREEN_NOTE_INFO* info, Json::Value& json) {

@@ -37,6 +37,8 @@ enum class FindingKind : int {
   kTextUnterminated,        // a text field without terminator, sent whole
   kElementKindSkipped,      // an element buffer entry of unknown kind, left a null hole
   kDisplayUnitWithoutCode,  // a display unit state with no code, which ends the "Status" text
+  // Reading an answer's text.
+  kJsonMalformed,  // the text is not JSON: nothing was read (line, column and reason)
 };
 
 // The name of a kind in lower case with hyphens ("text-cut"); "unknown" for other values.

@@ -1,0 +1,110 @@
+// Reading answers straight from their JSON text: the same records as parsing the text with JsonCpp
+// and calling deserialize on the tree (operations.h), at the speed of the fastest parsers.
+//
+// For every text these functions accept, the record's bytes, the return value, what is thrown and
+// its message, and every finding are those of the tree path on the same text. They accept exactly
+// the JSON texts of RFC 8259 in UTF-8 and refuse everything else, where JsonCpp's lenient reader
+// takes comments, trailing commas, leading zeros, a lone "-" or invalid UTF-8: a device sending
+// such text has a fault worth hearing about. A reader may set limits, and these are those set:
+// containers nest at most 1000 deep (as JsonCpp), and a number beyond a double's range is refused
+// (as JsonCpp refuses it). A leading UTF-8 byte order mark is skipped. Duplicate member names are
+// read as JsonCpp reads them, the last one winning.
+//
+// The plain overloads throw what the tree path throws for a value they cannot convert
+// (Json::Exception, same message), and a gsc::JsonError for text that is not JSON, before the
+// record is touched. The reporting overloads throw nothing but std::bad_alloc: text that is not
+// JSON gives one json-malformed finding (empty path, "line L, column C: reason") and false, with
+// the record untouched.
+//
+// Each thread keeps one parser, whose buffers grow to the largest text read on that thread and
+// are reused, so a warm thread reads without allocating; release_json_buffers gives them back.
+// Calls on different threads may run concurrently.
+#ifndef GUIDESCREEN_CODEC_JSON_TEXT_H
+#define GUIDESCREEN_CODEC_JSON_TEXT_H
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "guidescreen_codec/export.h"
+#include "guidescreen_codec/guidescreen_records.h"
+#include "guidescreen_codec/plan_records.h"
+#include "guidescreen_codec/programme_records.h"
+#include "guidescreen_codec/report.h"
+
+namespace gsc {
+
+// A text that is not JSON: where it stops being JSON (line and column from 1, the column counted
+// in bytes) and why. what() is "line L, column C: reason".
+class GSC_API JsonError : public std::runtime_error {
+ public:
+  JsonError(unsigned line, unsigned column, const std::string& reason);
+  unsigned line() const noexcept { return line_; }
+  unsigned column() const noexcept { return column_; }
+  const std::string& reason() const noexcept { return reason_; }
+
+ private:
+  unsigned line_;
+  unsigned column_;
+  std::string reason_;
+};
+
+// Guide screen configuration.
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_SET_GUIDESCREEN_CFG& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_SET_GUIDESCREEN_CFG& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_SET_GD_STATUS& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_SET_GD_STATUS& out, Report& report);
+
+// Programmes.
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMME_BYID& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMME_BYID& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_ADD_ONE_PROGRAMME& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_ADD_ONE_PROGRAMME& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_MODIFY_ONE_PROGRAMME& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_MODIFY_ONE_PROGRAMME& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMES& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMES& out,
+                              Report& report);
+
+// Programme plans.
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_ADD_PROGRAMMEPLAN& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_ADD_PROGRAMMEPLAN& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN& out,
+                              Report& report);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMEPLANS& out);
+GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_DEL_PROGRAMMEPLANS& out,
+                              Report& report);
+
+// Gives back the calling thread's parse buffers (the next text read on it allocates them anew).
+GSC_API void release_json_buffers() noexcept;
+
+}  // namespace gsc
+
+#endif  // GUIDESCREEN_CODEC_JSON_TEXT_H

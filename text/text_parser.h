@@ -1,0 +1,41 @@
+// Parsing an answer's text into a tape the readers walk where it lies (codec::TextValue). The
+// parser behind it is private to the library: nothing of it shows here.
+#ifndef GUIDESCREEN_CODEC_TEXT_TEXT_PARSER_H
+#define GUIDESCREEN_CODEC_TEXT_TEXT_PARSER_H
+
+#include <memory>
+#include <string_view>
+
+#include "codec/text_value.h"
+#include "text/strict_json.h"
+
+namespace gsc::text {
+
+// Parses texts one after another, keeping its buffers (as large as the largest text so far) for
+// the next, so that a warm parser allocates nothing.
+class TextParser {
+ public:
+  TextParser();
+  ~TextParser();
+  TextParser(const TextParser&) = delete;
+  TextParser& operator=(const TextParser&) = delete;
+
+  // Parses `text` as CheckJson reads it. On success `root` is its value, valid until this parser
+  // parses again or is released; otherwise `problem` says where and why. Throws std::bad_alloc
+  // only.
+  bool Parse(std::string_view text, codec::TextValue& root, JsonProblem& problem);
+
+  // Gives the buffers back; the next text allocates them again.
+  void Release() noexcept;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+// The parser of the calling thread, made on first use.
+TextParser& ThreadParser();
+
+}  // namespace gsc::text
+
+#endif  // GUIDESCREEN_CODEC_TEXT_TEXT_PARSER_H
