@@ -81,9 +81,12 @@ template <const auto& Table>
 size_t FindKey(const char* name, size_t length) {
   constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
   for (size_t i = 0; i < N; ++i) {
-    if (Table.keys[i].length == length && std::memcmp(Table.keys[i].name, name, length) == 0) {
-      return i;
-    }
+    if (Table.keys[i].length != length) continue;
+    // Names are short: compared in line rather than through a call.
+    const char* key = Table.keys[i].name;
+    size_t at = 0;
+    while (at < length && key[at] == name[at]) ++at;
+    if (at == length) return i;
   }
   return N;
 }

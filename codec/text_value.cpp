@@ -66,6 +66,10 @@ std::string TextValue::asString() const {
 
 Json::ArrayIndex TextValue::size() const {
   if (isArray()) {
+    // The parser counts elements up to 2^24 - 1; a count at that mark may be larger.
+    constexpr uint32_t kCountSaturated = 0xFFFFFF;
+    const auto counted = static_cast<uint32_t>((*word_ >> 32U) & kCountSaturated);
+    if (counted < kCountSaturated) return counted;
     Json::ArrayIndex count = 0;
     for (const uint64_t* at = First(); at != End(); at = After(document_, at)) ++count;
     return count;

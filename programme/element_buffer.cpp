@@ -1,38 +1,77 @@
 #include "programme/element_buffer.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "codec/frame.h"
+#include "programme/element_common.h"
 #include "programme/programme_codecs.h"
 
 namespace gsc::programme {
 namespace {
 
-// A record of the buffer, copied into aligned storage for the life of this object and copied
-// back when it ends. The copy back runs on every way out, so a reader stopped by an exception
-// leaves the buffer as partly filled as a reader working in place would.
-template <typename Record>
-class BufferedRecord {
- public:
-  explicit BufferedRecord(unsigned char* at) : at_(at) {
-    std::memcpy(&record_, at_, sizeof record_);
+// The bytes of an element record a reader may write: all before its notes, and the notes an
+// answer's "Note" array reaches. (The notes are most of the record, and most elements have none.)
+struct TouchedBytes {
+  size_t head;
+  size_t notesEnd;
+};
+
+template <typename Record, typename V>
+TouchedBytes Touched(const V& json) {
+  constexpr size_t head = offsetof(Record, stuNote);
+  uint32_t notes = 0;
+  if (json.isObject()) {
+    const auto& list = codec::Member(json, "Note");
+    if (list.isArray()) notes = std::min<uint32_t>(list.size(), kMaxNotes);
   }
-  ~BufferedRecord() { std::memcpy(at_, &record_, sizeof record_); }
-  BufferedRecord(const BufferedRecord&) = delete;
-  BufferedRecord& operator=(const BufferedRecord&) = delete;
-  BufferedRecord(BufferedRecord&&) = delete;
-  BufferedRecord& operator=(BufferedRecord&&) = delete;
-  Record* get() { return &record_; }
+  return {head, head + notes * sizeof(tagNET_GUIDESCREEN_NOTE_INFO)};
+}
+
+// A record at a position of the buffer that does not suit its alignment (a record after a
+// 132-byte header may sit 4 but not 8 bytes aligned), read through aligned storage: the bytes
+// the reader may write are copied in, and copied back on every way out, so that a reader stopped
+// by an exception leaves the buffer as partly filled as a reader working in place would.
+template <typename Record>
+class StagedRecord {
+ public:
+  StagedRecord(unsigned char* at, TouchedBytes touched) : at_(at), touched_(touched) {
+    std::memcpy(&record_, at_, touched_.head);
+    Copy(reinterpret_cast<unsigned char*>(&record_), at_);
+  }
+  ~StagedRecord() {
+    std::memcpy(at_, &record_, touched_.head);
+    Copy(at_, reinterpret_cast<const unsigned char*>(&record_));
+  }
+  StagedRecord(const StagedRecord&) = delete;
+  StagedRecord& operator=(const StagedRecord&) = delete;
+  StagedRecord(StagedRecord&&) = delete;
+  StagedRecord& operator=(StagedRecord&&) = delete;
+  Record& get() { return record_; }
 
  private:
+  void Copy(unsigned char* to, const unsigned char* from) const {
+    const size_t notes = offsetof(Record, stuNote);
+    if (touched_.notesEnd > notes) std::memcpy(to + notes, from + notes, touched_.notesEnd - notes);
+  }
+
   unsigned char* at_;
+  TouchedBytes touched_;
   Record record_;
 };
 
+// A record is read where it lies when its position suits its type, which is every other entry
+// of a buffer of records of even size that starts 8-byte aligned.
 template <typename Record, typename V, typename C>
 void ParseAt(const V& json, unsigned char* at, C& context) {
-  BufferedRecord<Record> record(at);
-  ReadElement(json, *record.get(), context);
+  if (reinterpret_cast<uintptr_t>(at) % alignof(Record) == 0) {
+    ReadElement(json, *reinterpret_cast<Record*>(at), context);
+    return;
+  }
+  StagedRecord<Record> record(at, Touched<Record>(json));
+  ReadElement(json, record.get(), context);
 }
 
 // Reads `json` into the record of `kind` (one of the five with a record) at `at`.

@@ -1,7 +1,8 @@
 // A window's element buffer: entries of a 132-byte tagNET_ELEMENT_COMMON_INFO header followed by
 // the record of the kind it names (nothing for an unknown kind), laid end to end in caller
-// memory. Since the header is 132 bytes, a record may start 4 but not 8 bytes aligned; records
-// and headers are therefore only ever copied in and out with memcpy, never accessed in place.
+// memory. Since the header is 132 bytes, a record may start 4 but not 8 bytes aligned: a record
+// is read in place where its address suits its type, otherwise through an aligned copy of the
+// bytes the reader may write; headers are only ever copied in and out with memcpy.
 #ifndef GUIDESCREEN_CODEC_PROGRAMME_ELEMENT_BUFFER_H
 #define GUIDESCREEN_CODEC_PROGRAMME_ELEMENT_BUFFER_H
 

@@ -130,6 +130,28 @@ TEST(ElementBuffer, ExactFitTakesNEntriesOneByteLessTakesOneFewerAndNullHoldsNon
   EXPECT_EQ(ReadElementList(elements, nullptr, 100000), 0U);
 }
 
+// A record is read in place where its address suits it and through an aligned copy elsewhere:
+// a buffer starting 8-byte aligned and one starting 4 bytes later put every entry on the other
+// path, so both must end up holding the same bytes (notes, stops and merges included).
+TEST(ElementBuffer, EntriesReadAlikeWhetherOrNotTheyLieAligned) {
+  const Json::Value elements = J(R"([
+      {"Type": 3, "Note": [{"Enable": true}, {"NoteRect": [1, 2, 3, 4]}]},
+      {"Type": 0, "Note": [{"Enable": true}, {}, {}, {}, {"Enable": true}], "Video": {}},
+      {"Type": 2, "Note": [{"NoteInfo": {"LineHeight": 2.5}}], "Text": {"LineHeight": 0.5}},
+      {"Type": 4, "Note": {"Enable": true}, "DeviceInfo": {"Port": 8}},
+      {"Type": 1, "Note": [{"Enable": true}, {"Enable": false}, {"Enable": "no"}]}])");
+  const size_t length =
+      kPlaceholderEntry + kVideoEntry + kTextEntry + kCaptureEntry + kPictureEntry;
+  GuardedBytes aligned(length, 0, 0x5A);
+  GuardedBytes shifted(length, 4, 0x5A);
+  for (GuardedBytes* buffer : {&aligned, &shifted}) {
+    EXPECT_THROW(ReadElementList(elements, buffer->data(), static_cast<uint32_t>(length)),
+                 Json::Exception);
+    EXPECT_TRUE(buffer->GuardsIntact());
+  }
+  EXPECT_EQ(0, std::memcmp(aligned.data(), shifted.data(), length));
+}
+
 TEST(ElementBuffer, RecordsMergeWithWhatTheBufferHeld) {
   GuardedBytes buffer(5000, 4);
   ReadElementList(J(R"([{"Video": {"Path": "/old.mp4", "PlayCount": 8}}])"), buffer.data(), 5000);

@@ -216,6 +216,14 @@ const char* const kProgrammeAnswers[] = {
     R"({"infos":{"p":[]}})",
     R"({"infos":{"p":{"Ordinary":{"Windows":[{"Volume":4294967296}]}}}})",
     R"({"infos":{"p":{"Ordinary":{"Windows":[{"Volume":2147483648.5}]}}}})",
+    // Notes on entries that lie 8-byte aligned and on those that do not, a stopped read among
+    // them, and a "Note" that is no array.
+    R"({"infos":{"p":{"Ordinary":{"Windows":[{"Elements":[
+      {"Type":3,"Note":[{"Enable":true},{"NoteRect":[1,2,3,4]}]},
+      {"Type":0,"Note":[{"Enable":true},{},{},{},{"Enable":true}]},
+      {"Type":2,"Note":[{"NoteInfo":{"LineHeight":2.5}}],"Text":{"LineHeight":0.5}},
+      {"Type":4,"Note":{"Enable":true}},
+      {"Type":1,"Note":[{"Enable":true},{"Enable":"no"}]}]}]}}}})",
     // A whole programme: windows, element kinds, notes, colours, unknown members.
     R"({"infos":{"p":{"ProgrammeName":"n","Enable":true,"Extra":[1,{"x":1}],"Ordinary":{
       "TempletState":true,"Description":"d","Windows":[

@@ -158,8 +158,8 @@ typedef struct tagNET_CAPTURE_ELEMENT_INFO {
 
 /* The header of one entry of a window's element buffer. Entries are laid end to end: a header,
  * then the record of its kind (nothing for kind 0). Because the header is 132 bytes, a record may
- * start at an offset that is a multiple of 4 but not of 8; the codecs copy records in and out of
- * the buffer and never access them in place. */
+ * start at an offset that is a multiple of 4 but not of 8; the codecs access a record in place
+ * only where its address suits its type, and otherwise through an aligned copy. */
 typedef struct tagNET_ELEMENT_COMMON_INFO {
   EM_ELEMENT_TYPE emElementType;
   uint8_t byReserved[128]; /* never touched by the codecs */
