@@ -12,6 +12,9 @@ JsonError::JsonError(unsigned line, unsigned column, const std::string& reason)
       column_(column),
       reason_(reason) {}
 
+// Defined here, so that the class's type information has one home: the library.
+JsonError::~JsonError() = default;
+
 void release_json_buffers() noexcept {
   text::ThreadParser().Release();
 }

@@ -39,6 +39,9 @@ namespace gsc {
 class GSC_API JsonError : public std::runtime_error {
  public:
   JsonError(unsigned line, unsigned column, const std::string& reason);
+  ~JsonError() override;
+  JsonError(const JsonError&) = default;
+  JsonError& operator=(const JsonError&) = default;
   unsigned line() const noexcept { return line_; }
   unsigned column() const noexcept { return column_; }
   const std::string& reason() const noexcept { return reason_; }
