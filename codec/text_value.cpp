@@ -108,9 +108,9 @@ std::vector<std::string> TextValue::getMemberNames() const {
   if (!isObject()) return Scalar().getMemberNames();
   std::vector<NamedValue> members;
   KeyedMembers(*this, members);
-  std::vector<std::string> names;
-  names.reserve(members.size());
-  for (const NamedValue& member : members) names.emplace_back(member.name, member.length);
+  std::vector<std::string> names(members.size());
+  std::transform(members.begin(), members.end(), names.begin(),
+                 [](const NamedValue& member) { return std::string(member.name, member.length); });
   return names;
 }
 

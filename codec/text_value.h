@@ -27,7 +27,7 @@ namespace gsc::codec {
 // The tape and strings of one parsed text, valid until the parser that made them parses again.
 struct TextDocument {
   const uint64_t* tape;
-  const uint8_t* strings;
+  const char* strings;
 };
 
 class TextValue {
@@ -86,10 +86,10 @@ class TextValue {
   // A text's bytes where they lie; false for any other value.
   bool getString(const char** begin, const char** end) const noexcept {
     if (!isString()) return false;
-    const uint8_t* at = document_->strings + (*word_ & kPayload);
+    const char* at = document_->strings + (*word_ & kPayload);
     uint32_t length = 0;
     std::memcpy(&length, at, sizeof length);
-    *begin = reinterpret_cast<const char*>(at + sizeof length);
+    *begin = at + sizeof length;
     *end = *begin + length;
     return true;
   }
@@ -127,9 +127,9 @@ class TextValue {
   // A member name's bytes (the word before its value).
   static void Name(const TextDocument* document, const uint64_t* word, const char** begin,
                    uint32_t* length) noexcept {
-    const uint8_t* at = document->strings + (*word & kPayload);
+    const char* at = document->strings + (*word & kPayload);
     std::memcpy(length, at, sizeof *length);
-    *begin = reinterpret_cast<const char*>(at + sizeof *length);
+    *begin = at + sizeof *length;
   }
 
   // The same scalar as a Json::Value (an array or object as an empty one of its type), for the
@@ -177,6 +177,8 @@ class KeyedScratch {
   ~KeyedScratch();
   KeyedScratch(const KeyedScratch&) = delete;
   KeyedScratch& operator=(const KeyedScratch&) = delete;
+  KeyedScratch(KeyedScratch&&) = delete;
+  KeyedScratch& operator=(KeyedScratch&&) = delete;
   std::vector<NamedValue>& members() { return *members_; }
 
  private:

@@ -39,11 +39,11 @@ class StagedRecord {
  public:
   StagedRecord(unsigned char* at, TouchedBytes touched) : at_(at), touched_(touched) {
     std::memcpy(&record_, at_, touched_.head);
-    Copy(reinterpret_cast<unsigned char*>(&record_), at_);
+    Copy(&record_, at_);
   }
   ~StagedRecord() {
     std::memcpy(at_, &record_, touched_.head);
-    Copy(at_, reinterpret_cast<const unsigned char*>(&record_));
+    Copy(at_, &record_);
   }
   StagedRecord(const StagedRecord&) = delete;
   StagedRecord& operator=(const StagedRecord&) = delete;
@@ -52,9 +52,12 @@ class StagedRecord {
   Record& get() { return record_; }
 
  private:
-  void Copy(unsigned char* to, const unsigned char* from) const {
+  void Copy(void* to, const void* from) const {
     const size_t notes = offsetof(Record, stuNote);
-    if (touched_.notesEnd > notes) std::memcpy(to + notes, from + notes, touched_.notesEnd - notes);
+    if (touched_.notesEnd > notes) {
+      std::memcpy(static_cast<unsigned char*>(to) + notes,
+                  static_cast<const unsigned char*>(from) + notes, touched_.notesEnd - notes);
+    }
   }
 
   unsigned char* at_;
@@ -66,7 +69,10 @@ class StagedRecord {
 // of a buffer of records of even size that starts 8-byte aligned.
 template <typename Record, typename V, typename C>
 void ParseAt(const V& json, unsigned char* at, C& context) {
+  // Alignment is a property of the address as a number; the caller's buffer holds the record.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
   if (reinterpret_cast<uintptr_t>(at) % alignof(Record) == 0) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
     ReadElement(json, *reinterpret_cast<Record*>(at), context);
     return;
   }

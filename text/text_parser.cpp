@@ -28,7 +28,9 @@ struct TextParser::State {
     if (error == simdjson::MEMALLOC) throw std::bad_alloc();
     if (error == simdjson::SUCCESS) {
       document.tape = parser.doc.tape.get();
-      document.strings = parser.doc.string_buf.get();
+      // The string buffer holds bytes of text.
+      // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
+      document.strings = reinterpret_cast<const char*>(parser.doc.string_buf.get());
     }
     return error;
   }

@@ -42,6 +42,8 @@ class GSC_API JsonError : public std::runtime_error {
   ~JsonError() override;
   JsonError(const JsonError&) = default;
   JsonError& operator=(const JsonError&) = default;
+  JsonError(JsonError&&) = default;
+  JsonError& operator=(JsonError&&) = default;
   unsigned line() const noexcept { return line_; }
   unsigned column() const noexcept { return column_; }
   const std::string& reason() const noexcept { return reason_; }
