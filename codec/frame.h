@@ -100,14 +100,16 @@ class ArrayCursor {
   bool dense_ = false;
 };
 
-// The elements of a parsed array lie in order, one after the other.
+// The elements of a parsed array lie in order, one after the other; past the last, indexes read
+// as null.
 template <>
 class ArrayCursor<TextValue> {
  public:
   ArrayCursor(const TextValue& array, uint32_t /*count*/)
-      : document_(array.document()), next_(array.First()) {}
+      : document_(array.document()), next_(array.First()), end_(array.End()) {}
 
   TextValue At(Json::ArrayIndex /*index*/) {
+    if (next_ == end_) return TextValue();
     const TextValue element(document_, next_);
     next_ = TextValue::After(document_, next_);
     return element;
@@ -116,6 +118,7 @@ class ArrayCursor<TextValue> {
  private:
   const TextDocument* document_;
   const uint64_t* next_;
+  const uint64_t* end_;
 };
 
 template <typename V>
