@@ -283,6 +283,41 @@ Json::Value AllPlansAnswer(uint32_t members) {
   return Parsed(result);
 }
 
+Json::Value BriefProgrammesAnswer(uint32_t members) {
+  Json::Value result;
+  Json::Value& infos = result["infos"];
+  for (uint32_t i = 0; i < members; ++i) {
+    char id[32];
+    std::snprintf(id, sizeof id, "programme-%05u", i);
+    char name[64];
+    std::snprintf(name, sizeof name, "Morning programme %u", i);
+    Json::Value& entry = infos[id];
+    entry["ProgrammeName"] = name;
+    entry["ProgrammeID"] = id;
+    entry["ProgrammeType"] = i % 2;
+    entry["Enable"] = true;
+    entry["TempletState"] = i % 3 == 0;
+  }
+  return Parsed(result);
+}
+
+Json::Value ScreenByIdAnswer() {
+  const Json::Value all = AllScreensAnswer(1);
+  Json::Value result;
+  result["DisplayScreenCfg"] = *all["infos"].begin();
+  return Parsed(result);
+}
+
+Json::Value PlanByIdAnswer(uint32_t programmes) {
+  auto timer = std::make_unique<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN>();
+  FillTimerPlan(timer->stuInfo, 7, programmes);
+  Json::Value params;
+  serialize(*timer, params);
+  Json::Value result;
+  result["ProgrammePlan"] = params["info"];
+  return Parsed(result);
+}
+
 ProgrammeTargets::ProgrammeTargets(uint32_t count, uint32_t windows, uint32_t elements)
     : programmes(count) {
   buffers.reserve(static_cast<size_t>(count) * windows);

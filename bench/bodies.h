@@ -53,6 +53,12 @@ Json::Value FromText(const std::string& text);
 Json::Value AllProgrammesAnswer(uint32_t members, uint32_t windows, uint32_t elements);
 Json::Value AllScreensAnswer(uint32_t members);
 Json::Value AllPlansAnswer(uint32_t members);  // alternately immediate and timer plans
+// The brief listing: "infos" with `members` entries (the device sends at most 32).
+Json::Value BriefProgrammesAnswer(uint32_t members);
+// One record each: "DisplayScreenCfg" with a full screen, "ProgrammePlan" with a timer plan of
+// `programmes` programmes.
+Json::Value ScreenByIdAnswer();
+Json::Value PlanByIdAnswer(uint32_t programmes);
 
 // Caller records for a programme reader: `count` programmes whose first `windows` windows each
 // have a buffer for `elements` entries.
