@@ -162,6 +162,27 @@ const Json::Value* ValueAtPath(const Json::Value& root, const std::string& path)
   return at;
 }
 
+namespace {
+
+// The path's storage, kept between calls on a thread so that a warm reporting call allocates
+// nothing until it has a finding to add.
+std::vector<Segment>& SparePath() {
+  thread_local std::vector<Segment> spare;
+  return spare;
+}
+
+}  // namespace
+
+Reporting::Reporting(gsc::Report& report)
+    : report_(report), skipping_(report.on_failure() == gsc::OnFailure::kSkip) {
+  path_.swap(SparePath());
+}
+
+Reporting::~Reporting() {
+  path_.clear();
+  if (path_.capacity() > SparePath().capacity()) path_.swap(SparePath());
+}
+
 void Reporting::Add(gsc::FindingKind kind, std::string detail) {
   report_.add(kind, Path(nullptr), std::move(detail));
 }

@@ -46,8 +46,12 @@ struct Silent {
 class Reporting {
  public:
   static constexpr bool kReporting = true;
-  explicit Reporting(gsc::Report& report)
-      : report_(report), skipping_(report.on_failure() == gsc::OnFailure::kSkip) {}
+  explicit Reporting(gsc::Report& report);
+  ~Reporting();
+  Reporting(const Reporting&) = delete;
+  Reporting& operator=(const Reporting&) = delete;
+  Reporting(Reporting&&) = delete;
+  Reporting& operator=(Reporting&&) = delete;
 
   // Whether a value JsonCpp cannot convert is read as null (and noted) instead of stopping.
   bool skipping() const { return skipping_; }
