@@ -76,17 +76,26 @@ constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
   return table;
 }
 
-// The index of `name` in `Table`, or N when it is not one of its keys.
+// Whether key `i` of `Table` is `name`. Names are short: compared in line rather than through a
+// call.
 template <const auto& Table>
-size_t FindKey(const char* name, size_t length) {
+bool IsKey(size_t i, const char* name, size_t length) {
+  if (Table.keys[i].length != length) return false;
+  const char* key = Table.keys[i].name;
+  size_t at = 0;
+  while (at < length && key[at] == name[at]) ++at;
+  return at == length;
+}
+
+// The index of `name` in `Table`, or N when it is not one of its keys. Key `hint` is tried first:
+// members tend to come in the same order in every object of a kind, so the key after the last one
+// found is usually the next.
+template <const auto& Table>
+size_t FindKey(const char* name, size_t length, size_t hint = 0) {
   constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
+  if (hint < N && IsKey<Table>(hint, name, length)) return hint;
   for (size_t i = 0; i < N; ++i) {
-    if (Table.keys[i].length != length) continue;
-    // Names are short: compared in line rather than through a call.
-    const char* key = Table.keys[i].name;
-    size_t at = 0;
-    while (at < length && key[at] == name[at]) ++at;
-    if (at == length) return i;
+    if (IsKey<Table>(i, name, length)) return i;
   }
   return N;
 }
@@ -190,13 +199,15 @@ class Members {
   void WalkText() {
     const TextDocument* document = json_.document();
     bool unknown = false;
+    size_t hint = 0;
     for (const uint64_t* at = json_.First(); at != json_.End();) {
       const char* name = nullptr;
       uint32_t length = 0;
       TextValue::Name(document, at, &name, &length);
-      const size_t slot = FindKey<Table>(name, length);
+      const size_t slot = FindKey<Table>(name, length, hint);
       if (slot < N) {
         slots_[slot] = at + 1;
+        hint = slot + 1;
       } else {
         unknown = true;
       }
