@@ -26,6 +26,7 @@ const char* const kProgrammeAnswers[] = {
     R"({"infos":{"p":{"ProgrammeName":"one"},"p":{"ProgrammeName":"two","ProgrammeName":"three"}}})",
     // Numbers as JsonCpp reads them into texts and integers.
     R"({"infos":{"p":{"ProgrammeName":1.0,"ProgrammeID":-0,"Enable":1e-400}}})",
+    R"({"infos":{"p":{"ProgrammeName":-1e-400,"ProgrammeID":-0.0,"Enable":-4.9e-324}}})",
     R"({"infos":{"p":{"ProgrammeName":123456789012345678901234567890,"ProgrammeID":-0.0}}})",
     R"({"infos":{"p":{"ProgrammeName":18446744073709551615,"ProgrammeID":-9223372036854775808}}})",
     R"({"infos":{"p":{"ProgrammeName":1e300,"ProgrammeID":0.1,"Enable":0.0}}})",

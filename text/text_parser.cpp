@@ -13,6 +13,7 @@ struct TextParser::State {
   codec::TextDocument document{nullptr, nullptr};
   std::vector<size_t> wideIntegers;
   std::string widened;
+  TapeBuilder shortTexts;
 
   State() { Prepare(); }
 
@@ -42,6 +43,11 @@ TextParser::~TextParser() = default;
 bool TextParser::Parse(std::string_view text, codec::TextValue& root, JsonProblem& problem) {
   if (!state_) state_ = std::make_unique<State>();
   State& state = *state_;
+  if (text.size() <= shortTextLimit_) {
+    if (!state.shortTexts.Build(text, &problem)) return false;
+    root = codec::TextValue::Root(state.shortTexts.document());
+    return true;
+  }
   std::string_view body = text;
   // A byte order mark may lead a JSON text; the parser itself does not take one.
   if (body.substr(0, 3) == "\xEF\xBB\xBF") body.remove_prefix(3);

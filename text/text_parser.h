@@ -3,6 +3,7 @@
 #ifndef GUIDESCREEN_CODEC_TEXT_TEXT_PARSER_H
 #define GUIDESCREEN_CODEC_TEXT_TEXT_PARSER_H
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -28,9 +29,15 @@ class TextParser {
   // Gives the buffers back; the next text allocates them again.
   void Release() noexcept;
 
+  // Texts of at most this many bytes are read by the strict reading in one pass (TapeBuilder);
+  // longer ones by the parser. Both give the same tape; tests set 0 or SIZE_MAX to compare them.
+  static constexpr size_t kShortText = 128;
+  void set_short_text_limit(size_t limit) noexcept { shortTextLimit_ = limit; }
+
  private:
   struct State;
   std::unique_ptr<State> state_;
+  size_t shortTextLimit_ = kShortText;
 };
 
 // The parser of the calling thread, made on first use.

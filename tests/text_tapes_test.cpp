@@ -1,0 +1,146 @@
+// Short texts are read by the strict reading in one pass, longer ones by the parser: both must
+// leave the same values, down to the bits of every number and the bytes of every text.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "codec/text_value.h"
+#include "text/text_parser.h"
+
+namespace gsc::test {
+namespace {
+
+using codec::TextValue;
+
+// The value as a line of text that keeps what matters: types, number bits, text bytes, member
+// names in text order (duplicates included) and element counts.
+std::string Dump(const TextValue& value) {
+  std::string out(1, value.Tag());
+  switch (value.Tag()) {
+    case 'l':
+    case 'u':
+    case 'd': {
+      uint64_t bits = 0;
+      std::memcpy(&bits, value.word() + 1, sizeof bits);
+      out += std::to_string(bits);
+      break;
+    }
+    case '"': {
+      const char* begin = nullptr;
+      const char* end = nullptr;
+      value.getString(&begin, &end);
+      out += std::to_string(end - begin) + ":" + std::string(begin, end);
+      break;
+    }
+    case '[':
+    case '{': {
+      out += std::to_string(value.size()) + "(";
+      for (const uint64_t* at = value.First(); at != value.End();) {
+        if (value.isObject()) {
+          const char* name = nullptr;
+          uint32_t length = 0;
+          TextValue::Name(value.document(), at, &name, &length);
+          out += std::string(name, length) + "=";
+          ++at;
+        }
+        out += Dump(TextValue(value.document(), at)) + ",";
+        at = TextValue::After(value.document(), at);
+      }
+      out += ")";
+      break;
+    }
+    default:
+      break;
+  }
+  return out;
+}
+
+std::string Read(text::TextParser& parser, const std::string& json) {
+  TextValue root;
+  text::JsonProblem problem;
+  if (!parser.Parse(json, root, problem)) {
+    return "refused " + std::to_string(problem.line) + ":" + std::to_string(problem.column) + " " +
+           problem.reason;
+  }
+  return Dump(root);
+}
+
+TEST(TextTapes, ShortTextsReadAsTheParserReadsThem) {
+  const std::string texts[] = {
+      "null",
+      "true",
+      "false",
+      "0",
+      "-0",
+      "-0.0",
+      "0.0",
+      "1.0",
+      "1e2",
+      "1E-2",
+      "-1.5e+3",
+      "9223372036854775807",
+      "-9223372036854775808",
+      "9223372036854775808",
+      "18446744073709551615",
+      "18446744073709551616",
+      "-9223372036854775809",
+      "123456789012345678901234567890",
+      "1e-400",
+      "-1e-400",
+      "4.9e-324",
+      "2.4e-324",
+      "2.2250738585072011e-308",
+      "1.7976931348623157e308",
+      "0.1",
+      "3.141592653589793238462643",
+      "1.00000000000000011102230246251565404236316680908203125",
+      "9007199254740993",
+      R"("")",
+      R"("a\"b\\c\/d\b\f\n\r\t")",
+      R"("\u0000\u001f\u007f\u0080\u07ff\u0800\uffff")",
+      R"("\ud83d\ude00 \uD834\uDD1E")",
+      "\"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\"",
+      R"([])",
+      R"({})",
+      R"([[],{},[[]],{"":{}}])",
+      R"({"a":1,"a":2,"b":[1,2,3],"":null})",
+      "\xEF\xBB\xBF {\"x\" : [ 1 , 2 ] } \t\r\n",
+      R"({"infos":{"p":{"Enable":true}}})",
+      std::string(500, '[') + std::string(500, ']'),
+      "[" + std::string(300, '1') + "]",
+      // Refused alike, at the same place.
+      "",
+      " ",
+      "[1,]",
+      "01",
+      "-",
+      "+1",
+      "[1 2]",
+      "{\"a\" 1}",
+      "\"\\uD800\"",
+      "\"\\x\"",
+      "1e400",
+      "\"\xED\xA0\x80\"",
+      "\"\x01\"",
+      "[",
+      "nul",
+      "{\"a\":1}}",
+      "\xEF\xBB\xBF",
+  };
+  text::TextParser shortReader;
+  shortReader.set_short_text_limit(std::numeric_limits<size_t>::max());
+  text::TextParser parser;
+  parser.set_short_text_limit(0);
+  for (const std::string& json : texts) {
+    SCOPED_TRACE(json.substr(0, 80));
+    const std::string expected = Read(parser, json);
+    EXPECT_EQ(Read(shortReader, json), expected);
+  }
+}
+
+}  // namespace
+}  // namespace gsc::test
