@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "capi/boundary.h"
 #include "capi/json_text.h"
@@ -58,10 +59,15 @@ int Deserialize(const char* name, const char* json, size_t length, void* out, un
     return GSC_STATUS_UNKNOWN_OPERATION;
   }
   if (const int status = CheckRecord(out, op->answer_size, op->answer_alignment)) return status;
-  Json::Value result;
-  if (!ParseDocument(json == nullptr ? "" : json, length, result, detail))
+  const std::string_view text(json == nullptr ? "" : json, length);
+  if (op->deserialize_json(text, out, report)) return GSC_STATUS_OK;
+  // A reader that returns false has said why in the report's last finding.
+  if (report.empty()) return GSC_STATUS_INTERNAL_ERROR;
+  const gsc::Finding& last = report.findings().back();
+  if (last.kind == gsc::FindingKind::kJsonMalformed) {
+    detail = last.detail;
     return GSC_STATUS_MALFORMED_JSON;
-  if (op->deserialize(result, out, report)) return GSC_STATUS_OK;
+  }
   detail = FailedConversion(report);
   return GSC_STATUS_CONVERSION_FAILED;
 }

@@ -6,21 +6,23 @@
 #include <iterator>
 #include <utility>
 
+#include "guidescreen_codec/json_text.h"
 #include "guidescreen_codec/operations.h"
 
 namespace gsc::capi {
 namespace {
 
 // Every call of the C interface into a codec passes through these two thunks, to the reporting
-// overloads: a conversion JsonCpp refuses comes back as a finding with its path and reason.
+// overloads: a conversion JsonCpp refuses, and text that is not JSON, come back as findings
+// instead of exceptions. Answers are read from their text where it lies, without a tree.
 template <typename In>
 bool SerializeFrom(const void* in, Json::Value& params, gsc::Report& report) {
   return serialize(*static_cast<const In*>(in), params, report);
 }
 
 template <typename Out>
-bool DeserializeInto(const Json::Value& result, void* out, gsc::Report& report) {
-  return deserialize(result, *static_cast<Out*>(out), report);
+bool DeserializeTextInto(std::string_view text, void* out, gsc::Report& report) {
+  return gsc::deserialize_json(text, *static_cast<Out*>(out), report);
 }
 
 // Names compared as the C interface and gscodec take them: in any case.
@@ -55,8 +57,13 @@ size_t EditDistance(const std::string& a, const std::string& b) {
 
 template <typename In, typename Out>
 constexpr Operation Op(const char* name) {
-  return {name,         sizeof(In),         alignof(In),          sizeof(Out),
-          alignof(Out), &SerializeFrom<In>, &DeserializeInto<Out>};
+  return {name,
+          sizeof(In),
+          alignof(In),
+          sizeof(Out),
+          alignof(Out),
+          &SerializeFrom<In>,
+          &DeserializeTextInto<Out>};
 }
 
 constexpr Operation kOperations[] = {

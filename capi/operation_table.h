@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "guidescreen_codec/report.h"
@@ -20,11 +21,13 @@ struct Operation {
   size_t answer_size;  // sizeof the output record
   size_t answer_alignment;
   // The operation's reporting serialize on the input record at `in`, and its reporting
-  // deserialize into the output record at `out` (stopping at or skipping a failed conversion as
-  // the report says). False when a conversion failed and the call stopped: the report's last
-  // finding says where and why. Other exceptions (std::bad_alloc) pass.
+  // deserialize_json from the answer's text into the output record at `out` (stopping at or
+  // skipping a failed conversion as the report says). False when the text is not JSON (the
+  // report's one finding is json-malformed, the record untouched) or a conversion failed and the
+  // call stopped (the report's last finding says where and why). Other exceptions
+  // (std::bad_alloc) pass.
   bool (*serialize)(const void* in, Json::Value& params, gsc::Report& report);
-  bool (*deserialize)(const Json::Value& result, void* out, gsc::Report& report);
+  bool (*deserialize_json)(std::string_view text, void* out, gsc::Report& report);
 };
 
 // The seventeen, in the order of operations.h.

@@ -116,6 +116,10 @@ static void refuse_bad_calls(void) {
   CHECK(gsc_deserialize_json("DEL_PROGRAMMES", "{\"a\": }", 7, &out, message, sizeof message) ==
         GSC_STATUS_MALFORMED_JSON);
   CHECK(strncmp(message, "malformed JSON: line 1, column 7", 32) == 0);
+  /* Strict JSON only: a comment is not. */
+  CHECK(gsc_deserialize_json("DEL_PROGRAMMES", "{} /* none */", 13, &out, message,
+                             sizeof message) == GSC_STATUS_MALFORMED_JSON);
+  CHECK(strcmp(message, "malformed JSON: line 1, column 4: unexpected text after the value") == 0);
   CHECK(gsc_deserialize_json("DEL_PROGRAMME", "{}", 2, &out, message, sizeof message) ==
         GSC_STATUS_UNKNOWN_OPERATION);
   out.dwSize = 0;

@@ -137,6 +137,19 @@ check(lib.gsc_report_json(report, None, 0, ctypes.byref(length)) == STATUS_BUFFE
 text = ctypes.create_string_buffer(length.value + 1)
 check(lib.gsc_report_json(report, text, len(text), ctypes.byref(length)) == STATUS_OK and
       [tuple(f.values()) for f in json.loads(text.value)] == findings, "report JSON")
+# Text that is not strict JSON is refused before anything is read, and is the report's one
+# finding.
+data = b'{"DisplayScreenCfg": {"ID": "hall-3",}}'
+message = ctypes.create_string_buffer(128)
+status = lib.gsc_deserialize_json_report(op, data, len(data), answer, SKIP_FAILURES, report,
+                                         message, len(message))
+check(status == STATUS_MALFORMED_JSON and
+      message.value == b"malformed JSON: line 1, column 38: a member name was expected" and
+      answer.raw[8:15] == b"hall-2\0", "malformed: %d %r" % (status, message.value))
+check(lib.gsc_report_count(report) == 1 and
+      lib.gsc_report_kind(report, 0) == b"json-malformed" and lib.gsc_report_path(report, 0) == b""
+      and lib.gsc_report_detail(report, 0) == b"line 1, column 38: a member name was expected",
+      "malformed JSON finding")
 lib.gsc_report_free(report)
 
 # An element buffer laid out from Python: one text element of the size the library gives.

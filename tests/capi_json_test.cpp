@@ -171,6 +171,50 @@ TEST(DeserializeJson, MalformedTextIsRefusedWithWhereAndWhy) {
             GSC_STATUS_MALFORMED_JSON);
 }
 
+TEST(DeserializeJson, RefusesWhatALenientParserWouldTakeAndLeavesTheRecordUntouched) {
+  const struct {
+    const char* text;
+    const char* message;
+  } cases[] = {
+      {"{\"ProgrammeID\": \"P\"} // kept", "line 1, column 22: unexpected text after the value"},
+      {"/* a */ {\"ProgrammeID\": \"P\"}",
+       "line 1, column 1: unexpected character: a value was expected"},
+      {"{\"ProgrammeID\": \"P\",}", "line 1, column 21: a member name was expected"},
+      {"{\"ProgrammeID\": [1,]}", "line 1, column 20: unexpected character: a value was expected"},
+      {"{\"ProgrammeID\": 012}", "line 1, column 17: invalid number: leading zero"},
+      {"{\"ProgrammeID\": -}", "line 1, column 18: invalid number: a digit was expected"},
+      {"{\"ProgrammeID\": +1}", "line 1, column 17: unexpected character: a value was expected"},
+      {"{\"ProgrammeID\": .5}", "line 1, column 17: unexpected character: a value was expected"},
+      {"{\"ProgrammeID\": 1.}", "line 1, column 19: invalid number: a digit must follow '.'"},
+      {"{\"ProgrammeID\": 1e400}", "line 1, column 17: number out of range"},
+      {"{\"ProgrammeID\": \"P\xC0\xAF\"}", "line 1, column 19: invalid UTF-8"},
+      {"{\"ProgrammeID\": \"\\ud800\"}", "line 1, column 18: lone surrogate escape"},
+      {"{\"ProgrammeID\": \"a\tb\"}",
+       "line 1, column 19: control character in a text: it must be escaped"},
+      {"{'ProgrammeID': 'P'}", "line 1, column 2: a member name was expected"},
+      {"{ProgrammeID: \"P\"}", "line 1, column 2: a member name was expected"},
+      {"\n\n  {\"ProgrammeID\" \"P\"}",
+       "line 3, column 18: ':' was expected after the member name"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    tagNET_OUT_ADD_ONE_PROGRAMME out = {sizeof out, {}};
+    std::memset(out.szProgrammeID, 'x', sizeof out.szProgrammeID - 1);
+    const tagNET_OUT_ADD_ONE_PROGRAMME before = out;
+    const Read read = Deserialize("ADD_ONE_PROGRAMME", c.text, out);
+    EXPECT_EQ(read.status, GSC_STATUS_MALFORMED_JSON);
+    EXPECT_EQ(read.message, std::string("malformed JSON: ") + c.message);
+    EXPECT_EQ(std::memcmp(&out, &before, sizeof out), 0);
+  }
+  // A leading byte order mark is skipped, one after white space is not.
+  tagNET_OUT_ADD_ONE_PROGRAMME out = {sizeof out, {}};
+  EXPECT_EQ(Deserialize("ADD_ONE_PROGRAMME", "\xEF\xBB\xBF{\"ProgrammeID\": \"P\"}", out).status,
+            GSC_STATUS_OK);
+  EXPECT_STREQ(out.szProgrammeID, "P");
+  EXPECT_EQ(Deserialize("ADD_ONE_PROGRAMME", " \xEF\xBB\xBF{}", out).message,
+            "malformed JSON: line 1, column 2: unexpected character: a value was expected");
+}
+
 TEST(DeserializeJson, AFailedConversionGivesItsPathAndJsonCppsReasonAndLeavesWhatWasRead) {
   const auto record = std::make_unique<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>();
   tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out = *record;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "capi/report_handle.h"
 #include "guidescreen_codec/capi.h"
 #include "support/fixtures.h"
 
@@ -87,7 +88,7 @@ TEST(ReportHandle, StopModeEndsWithTheFailureAndSkipModeGoesOnToTheEnd) {
   EXPECT_EQ(gsc_report_count(handle.report), 0U);
 }
 
-TEST(ReportHandle, AnswersAFailureBeforeReadingWithAnEmptyReport) {
+TEST(ReportHandle, AnUnknownOperationLeavesItEmptyAndMalformedTextIsItsOneFinding) {
   ReportHandle handle;
   tagNET_OUT_ADD_PROGRAMMEPLAN out{};
   out.dwSize = sizeof out;
@@ -97,21 +98,36 @@ TEST(ReportHandle, AnswersAFailureBeforeReadingWithAnEmptyReport) {
     const char* json;
     int status;
     const char* message;
+    std::vector<std::string> findings;
   } cases[] = {
-      {"ADD_PROGRAMMEPLAN", "{}", GSC_STATUS_UNKNOWN_OPERATION,
+      {"ADD_PROGRAMMEPLAN",
+       "{}",
+       GSC_STATUS_UNKNOWN_OPERATION,
        "unknown operation: 'ADD_PROGRAMMEPLAN'; did you mean DEL_PROGRAMMEPLANS or "
-       "ADD_IMME_PROGRAMMEPLAN?"},
-      {"ADD_IMME_PROGRAMMEPLAN", "{\"ProgrammePlanID\": ", GSC_STATUS_MALFORMED_JSON,
-       "malformed JSON: line 1, column 21: Syntax error: value, object or array expected."},
+       "ADD_IMME_PROGRAMMEPLAN?",
+       {}},
+      {"ADD_IMME_PROGRAMMEPLAN",
+       "{\"ProgrammePlanID\": ",
+       GSC_STATUS_MALFORMED_JSON,
+       "malformed JSON: line 1, column 21: unexpected end of text: a value was expected",
+       {"json-malformed : line 1, column 21: unexpected end of text: a value was expected"}},
+      // Malformed before any value could be converted, in skip mode too: nothing was read.
+      {"ADD_IMME_PROGRAMMEPLAN",
+       "{\"ProgrammePlanID\": {}, }",
+       GSC_STATUS_MALFORMED_JSON,
+       "malformed JSON: line 1, column 25: a member name was expected",
+       {"json-malformed : line 1, column 25: a member name was expected"}},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.json);
     EXPECT_EQ(
         gsc_deserialize_json_report(c.operation, c.json, std::strlen(c.json), &out,
                                     GSC_SKIP_FAILURES, handle.report, message, sizeof message),
         c.status);
     EXPECT_STREQ(message, c.message);
-    EXPECT_EQ(gsc_report_count(handle.report), 0U);
+    EXPECT_EQ(Findings(handle.report), c.findings);
   }
+  EXPECT_STREQ(out.szProgrammePlanID, "");
 }
 
 TEST(ReportHandle, SerializeReportsWhatTheRequestCouldNotSend) {
@@ -137,19 +153,27 @@ TEST(ReportHandle, SerializeReportsWhatTheRequestCouldNotSend) {
 TEST(ReportHandle, JsonIsValidUtf8WithTheSizeProtocolOfTheOtherTexts) {
   ReportHandle handle;
   EXPECT_EQ(ReportJson(handle.report), "[]");
-  // A member name with a quote, a control character and a byte that is not UTF-8.
-  const std::string answer = "{\"ProgrammeID\": \"P\", \"a\\\"b\\u0001\xff\xc3\xa9\": 1}";
+  // A member name with a quote and a control character, escaped in the answer.
+  const std::string answer = "{\"ProgrammeID\": \"P\", \"a\\\"b\\u0001\xc3\xa9\": 1}";
   tagNET_OUT_ADD_ONE_PROGRAMME out{};
   out.dwSize = sizeof out;
   ASSERT_EQ(gsc_deserialize_json_report("ADD_ONE_PROGRAMME", answer.data(), answer.size(), &out, 0,
                                         handle.report, nullptr, 0),
             GSC_STATUS_OK);
-  const std::string text = ReportJson(handle.report);
-  const Json::Value findings = J(text);
+  std::string text = ReportJson(handle.report);
+  Json::Value findings = J(text);
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(findings[0]["kind"].asString(), "unknown-member");
-  EXPECT_EQ(findings[0]["path"].asString(), "[\"a\\\"b\\u0001\xef\xbf\xbd\xc3\xa9\"]");
+  EXPECT_EQ(findings[0]["path"].asString(), "[\"a\\\"b\\u0001\xc3\xa9\"]");
   EXPECT_EQ(findings[0]["detail"].asString(), "unknown member, ignored: number 1");
+  // Answers that are not UTF-8 are refused before anything is read, so a byte that is not UTF-8
+  // can only reach a report by another way; the JSON still holds U+FFFD in its place.
+  handle.report->report.add(gsc::FindingKind::kUnknownMember, "a\xff\xc3\xa9", "b\xc3");
+  text = ReportJson(handle.report);
+  findings = J(text);
+  ASSERT_EQ(findings.size(), 2U);
+  EXPECT_EQ(findings[1]["path"].asString(), "a\xef\xbf\xbd\xc3\xa9");
+  EXPECT_EQ(findings[1]["detail"].asString(), "b\xef\xbf\xbd");
 
   // Too small: an empty text and the length needed; nothing past the capacity.
   GuardedBytes small(text.size());

@@ -5,8 +5,9 @@
  * Conventions:
  *   - Functions that can fail return an int status: GSC_STATUS_OK (0) on success, otherwise one
  *     of the GSC_STATUS_ constants below, which gsc_status_message describes.
- *   - No exception ever leaves these functions, and none of them keeps state: they may be called
- *     from any thread, on different records and buffers at the same time.
+ *   - No exception ever leaves these functions, and none of them keeps state that a result
+ *     depends on (gsc_deserialize_json keeps its parse buffers per thread, for reuse): they may
+ *     be called from any thread, on different records and buffers at the same time.
  *   - Nothing is written past a capacity the caller gives. */
 #ifndef GUIDESCREEN_CODEC_CAPI_H
 #define GUIDESCREEN_CODEC_CAPI_H
@@ -132,20 +133,35 @@ GSC_API int gsc_report_json(const gsc_report* report, char* json, size_t capacit
  * same answer with each value named by such a finding replaced by null. */
 #define GSC_SKIP_FAILURES 1u
 
-/* Parses `length` bytes of JSON text (the answer's result object; no terminator needed) and
- * merges it into the output record `out_record` of `operation`, exactly as deserialize does:
- * the record is not cleared first, caller arrays and element buffers set in it are filled up to
- * their capacities. The text must be one JSON document: anything but white space after it is
- * malformed. NaN and Infinity are not accepted.
+/* Reads `length` bytes of JSON text (the answer's result object; no terminator needed) and
+ * merges it into the output record `out_record` of `operation`, exactly as deserialize does on
+ * the text parsed by JsonCpp: the record is not cleared first, caller arrays and element buffers
+ * set in it are filled up to their capacities. The text is read by gsc::deserialize_json
+ * (guidescreen_codec/json_text.h) where it lies, without building a tree.
+ *
+ * The text must be exactly one JSON text of RFC 8259 in UTF-8, white space around it allowed
+ * (space, tab, line feed, carriage return) and a leading UTF-8 byte order mark skipped. Anything
+ * else is malformed (GSC_STATUS_MALFORMED_JSON), and the record is not touched: text after the
+ * value, comments, trailing commas, single quotes, unquoted names, NaN and Infinity, leading
+ * zeros ("01"), a lone "-", "+1", ".5", "1.", invalid UTF-8 (overlong forms and encoded
+ * surrogates included), raw control characters in a text, escapes of a lone surrogate
+ * ("\ud800"), nesting deeper than 1000 levels (a value inside the deepest container counting as
+ * a level, as JsonCpp counts) and numbers beyond a double's range ("1e400"; "1e-400" reads as 0,
+ * and integers beyond 64 bits as reals). A device sending such text has a fault worth hearing
+ * about.
  *
  * On failure a terminated message goes to `message` (`message_capacity` bytes; cut to fit, and
- * nothing when the capacity is 0): the status's description, then for malformed JSON the line
- * and column ("malformed JSON: line 1, column 43: ..."), for a failed conversion the path of the
- * value (as the reports write it, e.g. "DisplayScreenCfg.Bright") and JsonCpp's reason, for an
- * unknown operation its name and the closest one ("unknown operation: 'GET_ALL_PROGRAMS'; did you
- * mean GET_ALL_PROGRAMMES?"). A failed conversion leaves the record
- * partly filled, as far as reading got. On success the message is empty. The record's dwSize must
- * be gsc_answer_size(operation). */
+ * nothing when the capacity is 0): the status's description, then for malformed JSON the line,
+ * the column (from 1, counted in bytes) and the reason ("malformed JSON: line 1, column 43: ','
+ * or '}' was expected"), for a failed conversion the path of the value (as the reports write it,
+ * e.g. "DisplayScreenCfg.Bright") and JsonCpp's reason, for an unknown operation its name and the
+ * closest one ("unknown operation: 'GET_ALL_PROGRAMS'; did you mean GET_ALL_PROGRAMMES?"). A
+ * failed conversion leaves the record partly filled, as far as reading got. On success the
+ * message is empty. The record's dwSize must be gsc_answer_size(operation).
+ *
+ * Each calling thread keeps the parse buffers of the largest text it read, for the next call:
+ * a thread that has read an answer of that size reads the next without allocating for the
+ * parse. */
 GSC_API int gsc_deserialize_json(const char* operation, const char* json, size_t length,
                                  void* out_record, char* message, size_t message_capacity);
 
@@ -153,7 +169,9 @@ GSC_API int gsc_deserialize_json(const char* operation, const char* json, size_t
  * answer held that the record could not take. Without flags, a value that cannot be converted
  * stops reading as in gsc_deserialize_json (GSC_STATUS_CONVERSION_FAILED), and is the report's
  * last finding; with GSC_SKIP_FAILURES it is read as null and noted, reading goes on, and the
- * status is GSC_STATUS_OK. Other flags give GSC_STATUS_INVALID_ARGUMENT. */
+ * status is GSC_STATUS_OK. Text that is not JSON (GSC_STATUS_MALFORMED_JSON, with or without
+ * flags) is the report's one finding: kind "json-malformed", an empty path, and the detail
+ * "line L, column C: reason" of the message. Other flags give GSC_STATUS_INVALID_ARGUMENT. */
 GSC_API int gsc_deserialize_json_report(const char* operation, const char* json, size_t length,
                                         void* out_record, unsigned flags, gsc_report* report,
                                         char* message, size_t message_capacity);

@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "answer_room.h"
 #include "guidescreen_codec.h"
 #include "json_printer.h"
 #include "operation_names.h"
@@ -54,9 +55,11 @@ constexpr char kUsage[] =
     "decode and encode print their findings on standard error.\n"
     "Input is FILE, or standard input for '-' or when no FILE is given and standard input is\n"
     "not a terminal ('gscodec sample decode OPERATION | gscodec check OPERATION' checks the\n"
-    "embedded sample). Operation names may be given in any case. Passwords are shown as\n"
-    "\"***\" unless --show-secrets is given. Exit status of decode and encode: 0 success,\n"
-    "1 bad input, 2 bad usage.\n";
+    "embedded sample). Answers must be strict JSON (RFC 8259, UTF-8): comments, trailing\n"
+    "commas and the like are refused with the line and column where the text stops being\n"
+    "JSON. Operation names may be given in any case. Passwords are shown as \"***\" unless\n"
+    "--show-secrets is given. Exit status of decode and encode: 0 success, 1 bad input,\n"
+    "2 bad usage.\n";
 
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -245,10 +248,9 @@ void MaskPasswords(Json::Value& value) {
   }
 }
 
-// What the process's exit reclaims: the tree of a large answer and the records read from it
-// hold millions of blocks, and freeing them one by one takes longer than reading them did.
+// What the process's exit reclaims: the records read from a large answer hold many blocks, and
+// freeing them one by one takes longer than reading them did.
 struct LeftToExit {
-  std::unique_ptr<Json::Value> answer;
   std::unique_ptr<gsc::fields::Received> received;
 };
 LeftToExit& KeptUntilExit() {
@@ -256,24 +258,29 @@ LeftToExit& KeptUntilExit() {
   return *kept;
 }
 
-// The room a caller gives the record of `op` for `answer`: what the options say, and where they
-// say nothing, room for every record and element the answer holds, so that only what a caller
-// with that room would lose is reported.
-gsc::fields::Room RoomFor(const Json::Value& answer, const Arguments& args) {
-  const gsc::fields::Room all = gsc::fields::RoomForAnswer(answer);
+// The room a caller gives the output record for the answer `text`: what the options say, and
+// where they say nothing, room for every record and element the answer holds, so that only what
+// a caller with that room would lose is reported.
+gsc::fields::Room RoomFor(const std::string& text, const Arguments& args) {
+  if (args.capacity && args.elements_buffer) return {*args.capacity, *args.elements_buffer};
+  const gsc::fields::Room all = gsc::fields::RoomForAnswerText(text);
   return {args.capacity.value_or(all.capacity), args.elements_buffer.value_or(all.elements_buffer)};
 }
 
-// Reads the answer into the caller's record through the reporting deserialize, and prints the
-// record when `print` is set. Stopped at a failed conversion, that is an input error naming its
-// path. The answer's text is let go once parsed, and the record is printed straight from its
-// bytes.
+// Reads the answer's text into the caller's record through the reporting deserialize_json, and
+// prints the record when `print` is set. Text that is not JSON is an input error with its line
+// and column, and so is a failed conversion that stopped the reading, naming its path. No tree of
+// the answer is built: the text is read where it lies, let go once read, and the record is
+// printed straight from its bytes.
 void Decode(const Operation& op, Input input, const Arguments& args, bool print,
             gsc::Report& report) {
-  LeftToExit& kept = KeptUntilExit();
-  kept.answer = std::make_unique<Json::Value>(ParseJson(input.source, input.text, false));
+  const gsc::fields::Room room = RoomFor(input.text, args);
+  std::unique_ptr<gsc::fields::Received>& received = KeptUntilExit().received;
+  received = gsc::fields::ReceiveText(op, input.text, room, &report);
   std::string().swap(input.text);
-  kept.received = gsc::fields::Receive(op, *kept.answer, RoomFor(*kept.answer, args), &report);
+  gsc::release_json_buffers();
+  if (!report.empty() && report.findings().back().kind == gsc::FindingKind::kJsonMalformed)
+    throw InputError("malformed JSON in " + input.source + ": " + report.findings().back().detail);
   if (!print) return;
   if (report.on_failure() == gsc::OnFailure::kStop && !report.empty() &&
       report.findings().back().kind == gsc::FindingKind::kConversionFailed) {
@@ -290,7 +297,7 @@ void Decode(const Operation& op, Input input, const Arguments& args, bool print,
                      (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
                      failure.detail + " (--keep-going reads such values as null and goes on)");
   }
-  gsc::fields::PrintRecord(stdout, *op.answer, kept.received->record, args.show);
+  gsc::fields::PrintRecord(stdout, *op.answer, received->record, args.show);
 }
 
 int Run(const Arguments& args) {

@@ -1,7 +1,5 @@
 #include "operations_table.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -237,6 +235,11 @@ Operation Op(const char* name, const char* request_keys, const char* answer_keys
             auto& record = *static_cast<Out*>(out);
             return report != nullptr ? deserialize(result, record, *report)
                                      : deserialize(result, record);
+          },
+          [](std::string_view text, void* out, gsc::Report* report) {
+            auto& record = *static_cast<Out*>(out);
+            return report != nullptr ? gsc::deserialize_json(text, record, *report)
+                                     : gsc::deserialize_json(text, record);
           }};
 }
 
@@ -329,35 +332,27 @@ Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* re
 
 namespace {
 
-// The most elements any "Elements" array under `value` holds.
-uint32_t MostElements(const Json::Value& value) {
-  uint32_t most = 0;
-  if (value.isObject()) {
-    for (auto it = value.begin(); it != value.end(); ++it) {
-      if (it.name() == "Elements" && it->isArray()) most = std::max(most, it->size());
-      most = std::max(most, MostElements(*it));
-    }
-  } else if (value.isArray()) {
-    for (const Json::Value& element : value) most = std::max(most, MostElements(element));
-  }
-  return most;
+// The output record of `op`, zero-filled and prepared with `room` as a caller would.
+std::unique_ptr<Received> Prepared(const Operation& op, const Room& room) {
+  auto received = std::make_unique<Received>();
+  received->record = received->arena.Allocate(op.answer->size);
+  Prepare(*op.answer, received->record, received->arena, room);
+  return received;
 }
 
 }  // namespace
 
-Room RoomForAnswer(const Json::Value& answer) {
-  const Json::Value* infos = answer.isObject() ? answer.find("infos", "infos" + 5) : nullptr;
-  const uint32_t records = infos != nullptr && infos->isObject() ? infos->size() : 0;
-  const size_t buffer = gsc_element_buffer_size(MostElements(answer));
-  return {records, static_cast<uint32_t>(std::min<size_t>(buffer, UINT32_MAX))};
-}
-
 std::unique_ptr<Received> Receive(const Operation& op, const Json::Value& result, const Room& room,
                                   gsc::Report* report) {
-  auto received = std::make_unique<Received>();
-  received->record = received->arena.Allocate(op.answer->size);
-  Prepare(*op.answer, received->record, received->arena, room);
+  auto received = Prepared(op, room);
   op.deserialize(result, received->record, report);
+  return received;
+}
+
+std::unique_ptr<Received> ReceiveText(const Operation& op, std::string_view text, const Room& room,
+                                      gsc::Report* report) {
+  auto received = Prepared(op, room);
+  op.deserialize_json(text, received->record, report);
   return received;
 }
 

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "field_table.h"
@@ -25,6 +26,9 @@ struct Operation {
   // The library's pair; with a report, its reporting overloads (false: a failed conversion).
   bool (*serialize)(const void* in, Json::Value& params, gsc::Report* report);
   bool (*deserialize)(const Json::Value& result, void* out, gsc::Report* report);
+  // The library's text reader (deserialize_json): deserialize on the answer's text. Text that is
+  // not JSON throws gsc::JsonError, or with a report is its one json-malformed finding (false).
+  bool (*deserialize_json)(std::string_view text, void* out, gsc::Report* report);
 };
 
 // All seventeen, in the order of the library's headers. Not to be called before main starts.
@@ -38,11 +42,6 @@ const Operation* FindOperation(const std::string& name);
 // reporting overload runs and fills it.
 Json::Value Encode(const Operation& op, const Json::Value& form, gsc::Report* report = nullptr);
 
-// Room for everything `answer` holds: as many records per caller array as its "infos" has
-// members, and element buffers that take the longest "Elements" array in it (entries of the
-// largest kind).
-Room RoomForAnswer(const Json::Value& answer);
-
 // A caller's output record as deserialize filled it, with the memory its arrays and element
 // buffers lie in.
 struct Received {
@@ -55,6 +54,13 @@ struct Received {
 // with a report, the reporting overload runs instead, and a failed conversion is its last finding.
 std::unique_ptr<Received> Receive(const Operation& op, const Json::Value& result, const Room& room,
                                   gsc::Report* report = nullptr);
+
+// Receive from the answer's text, read by deserialize_json where it lies, with no tree: the same
+// record as Receive on the text parsed by JsonCpp, for text that is JSON. Text that is not JSON
+// leaves the record as prepared, and throws gsc::JsonError or, with a report, is its one
+// json-malformed finding.
+std::unique_ptr<Received> ReceiveText(const Operation& op, std::string_view text, const Room& room,
+                                      gsc::Report* report = nullptr);
 
 // What the caller's output record receives from `result` (Receive), in field-named form.
 Json::Value Decode(const Operation& op, const Json::Value& result, const Room& room,
