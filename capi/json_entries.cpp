@@ -10,6 +10,7 @@
 #include "capi/operation_table.h"
 #include "capi/report_handle.h"
 #include "guidescreen_codec/capi.h"
+#include "guidescreen_codec/json_text.h"
 
 namespace gsc::capi {
 namespace {
@@ -116,4 +117,8 @@ extern "C" int gsc_deserialize_json(const char* operation, const char* json, siz
                                     void* out_record, char* message, size_t message_capacity) {
   return gsc_deserialize_json_report(operation, json, length, out_record, 0, nullptr, message,
                                      message_capacity);
+}
+
+extern "C" void gsc_release_json_buffers(void) {
+  gsc::release_json_buffers();
 }

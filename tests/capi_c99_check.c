@@ -153,6 +153,11 @@ static void read_findings(void) {
                "[{\"kind\":\"conversion-failed\",\"path\":\"infos.b.Enable\","
                "\"detail\":\"Value is not convertible to bool.\"}]") == 0 &&
         length == strlen(json));
+  /* The buffers given back, the next answer is read all the same. */
+  gsc_release_json_buffers();
+  CHECK(gsc_deserialize_json_report("GET_ALL_BRIEFLYPROGRAMMES", listing, sizeof listing - 1, &out,
+                                    GSC_SKIP_FAILURES, report, NULL, 0) == GSC_STATUS_OK);
+  CHECK(out.nRetInfosNum == 3 && gsc_report_count(report) == 1);
   gsc_report_free(report);
 }
 

@@ -161,7 +161,7 @@ GSC_API int gsc_report_json(const gsc_report* report, char* json, size_t capacit
  *
  * Each calling thread keeps the parse buffers of the largest text it read, for the next call:
  * a thread that has read an answer of that size reads the next without allocating for the
- * parse. */
+ * parse (gsc_release_json_buffers gives them back). */
 GSC_API int gsc_deserialize_json(const char* operation, const char* json, size_t length,
                                  void* out_record, char* message, size_t message_capacity);
 
@@ -175,6 +175,10 @@ GSC_API int gsc_deserialize_json(const char* operation, const char* json, size_t
 GSC_API int gsc_deserialize_json_report(const char* operation, const char* json, size_t length,
                                         void* out_record, unsigned flags, gsc_report* report,
                                         char* message, size_t message_capacity);
+
+/* Gives back the calling thread's parse buffers; its next gsc_deserialize_json allocates them
+ * anew. For a thread that read one very large answer and goes on with small ones. */
+GSC_API void gsc_release_json_buffers(void);
 
 /* gsc_serialize_json, with findings: `report` (may be NULL) is cleared, then receives what the
  * record held that the request could not send (a count beyond its array, an enumeration outside

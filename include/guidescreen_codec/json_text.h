@@ -6,9 +6,10 @@
 // the JSON texts of RFC 8259 in UTF-8 and refuse everything else, where JsonCpp's lenient reader
 // takes comments, trailing commas, leading zeros, a lone "-" or invalid UTF-8: a device sending
 // such text has a fault worth hearing about. A reader may set limits, and these are those set:
-// containers nest at most 1000 deep (as JsonCpp), and a number beyond a double's range is refused
-// (as JsonCpp refuses it). A leading UTF-8 byte order mark is skipped. Duplicate member names are
-// read as JsonCpp reads them, the last one winning.
+// values nest at most 1000 deep, each value inside its containers counting as a level (as JsonCpp
+// counts), and a number beyond a double's range is refused (as JsonCpp refuses it). A leading UTF-8
+// byte order mark is skipped. Duplicate member names are read as JsonCpp reads them, the last one
+// winning.
 //
 // The plain overloads throw what the tree path throws for a value they cannot convert
 // (Json::Exception, same message), and a gsc::JsonError for text that is not JSON, before the
