@@ -10,15 +10,17 @@ set(GSC_PACKAGE_runtime libguidescreen-codec${PROJECT_VERSION_MAJOR})
 set(GSC_PACKAGE_dev libguidescreen-codec-dev)
 set(GSC_PACKAGE_tools gscodec)
 
-# A static library's users also link its private parser.
+# A static library's users also link its private parser. The pkg-config file then requires it
+# outright: the installed library is the static one alone, so every user links it, with or
+# without --static.
 if(BUILD_SHARED_LIBS)
   set(GSC_STATIC_LIBRARY OFF)
   set(GSC_PC_CFLAGS "")
-  set(GSC_PC_REQUIRES_PRIVATE "")
+  set(GSC_PC_REQUIRES "jsoncpp")
 else()
   set(GSC_STATIC_LIBRARY ON)
   set(GSC_PC_CFLAGS " -DGSC_STATIC")
-  set(GSC_PC_REQUIRES_PRIVATE "Requires.private: simdjson")
+  set(GSC_PC_REQUIRES "jsoncpp simdjson")
 endif()
 
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)

@@ -112,6 +112,11 @@ TEST(TextTapes, ShortTextsReadAsTheParserReadsThem) {
       R"({"infos":{"p":{"Enable":true}}})",
       std::string(500, '[') + std::string(500, ']'),
       "[" + std::string(300, '1') + "]",
+      // Numbers whose digits outweigh a long exponent: beyond range, and within it.
+      "0." + std::string(100001, '0') + "1e1000000",
+      "1" + std::string(90000, '0') + "e-90001",
+      "-0." + std::string(400, '0') + "1e+100",
+      "1" + std::string(400, '0') + "e-100",
       // Refused alike, at the same place.
       "",
       " ",

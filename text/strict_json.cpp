@@ -417,8 +417,10 @@ class Checker {
     const std::from_chars_result result = std::from_chars(start, end, value);
     if (result.ec != std::errc::result_out_of_range) return false;
     value = *start == '-' ? -0.0 : 0.0;
-    // Out of range both ways: tell them apart by the decimal exponent of the leading digit.
-    long exponent = 0;
+    // Out of range both ways: tell them apart by the decimal exponent of the leading digit. The
+    // written exponent saturates far beyond what any count of digits in a text could offset.
+    constexpr int64_t kSaturated = int64_t{1} << 50;
+    int64_t exponent = 0;
     const char* at = digits + integerDigits;
     if (integerDigits == 1 && *digits == '0') {
       exponent = -1;
@@ -426,17 +428,18 @@ class Checker {
         for (++at; at < end && *at == '0'; ++at) --exponent;
       }
     } else {
-      exponent = static_cast<long>(integerDigits) - 1;
+      exponent = static_cast<int64_t>(integerDigits) - 1;
     }
     while (at < end && *at != 'e' && *at != 'E') ++at;
     if (at < end) {
       ++at;
       const bool negativeExponent = *at == '-';
       if (*at == '+' || *at == '-') ++at;
-      long explicitExponent = 0;
-      for (; at < end && explicitExponent < 100000; ++at)
-        explicitExponent = explicitExponent * 10 + (*at - '0');
-      exponent += negativeExponent ? -explicitExponent : explicitExponent;
+      int64_t written = 0;
+      for (; at < end; ++at) {
+        if (written < kSaturated) written = written * 10 + (*at - '0');
+      }
+      exponent += negativeExponent ? -written : written;
     }
     return exponent > 0;
   }

@@ -9,7 +9,8 @@
 // values nest at most 1000 deep, each value inside its containers counting as a level (as JsonCpp
 // counts), and a number beyond a double's range is refused (as JsonCpp refuses it). A leading UTF-8
 // byte order mark is skipped. Duplicate member names are read as JsonCpp reads them, the last one
-// winning.
+// winning. One difference is known: a number written with some 100,000 digits or more and an
+// exponent far below zero may read as another value than JsonCpp's.
 //
 // The plain overloads throw what the tree path throws for a value they cannot convert
 // (Json::Exception, same message), and a gsc::JsonError for text that is not JSON, before the
