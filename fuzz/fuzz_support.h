@@ -1,5 +1,6 @@
-// What both fuzz harnesses share: caller memory fenced by guard bytes, a hard stop that names the
-// call at fault, and the round trip of a JSON value through its text.
+// What the fuzz harnesses share: caller memory fenced by guard bytes, laid out for the readers
+// from control bytes; a hard stop that names the call at fault; the round trip of a JSON value
+// through its text; and how deep a JSON text nests its values.
 #ifndef GUIDESCREEN_CODEC_FUZZ_FUZZ_SUPPORT_H
 #define GUIDESCREEN_CODEC_FUZZ_FUZZ_SUPPORT_H
 
@@ -13,6 +14,12 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "guidescreen_codec/guidescreen_records.h"
+#include "guidescreen_codec/plan_records.h"
+#include "guidescreen_codec/programme_records.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -201,6 +208,174 @@ inline std::string RoundTrip(const Json::Value& value, const char* call) {
     Fail("written JSON changes on a round trip:", call);
   }
   return text;
+}
+
+// ---- The caller memory a reader writes into, laid out from control bytes ------------------
+
+// Input of the reader harnesses: these control bytes, then the answer's text.
+//   0      the byte every caller record is pre-filled with
+//   1      bit 0: the value of every boolean field; bits 1 to 4: null caller array for screens,
+//          programmes, immediate plans, timer plans
+//   2 3 4  capacities of the screen, programme and plan arrays (mod 4, 3, 4)
+//   5      bits 0 to 3: element buffer slot k is null; bits 4 to 7: its length is then 2^32 - 1
+//   6..13  four element buffer lengths, 16 bits each (mod 16384); window j uses slot j mod 4
+//   14     length passed to GetJsonString, minus 4
+//   15     the byte element buffers are pre-filled with
+constexpr size_t kControlBytes = 16;
+constexpr size_t kBufferSlots = 4;
+constexpr uint32_t kNoLength = 0xFFFFFFFFU;
+
+struct Control {
+  unsigned char fill = 0;
+  bool boolValue = false;
+  bool nullScreens = false;
+  bool nullProgrammes = false;
+  bool nullImme = false;
+  bool nullTimer = false;
+  uint32_t screenCapacity = 0;
+  uint32_t programmeCapacity = 0;
+  uint32_t planCapacity = 0;
+  bool nullBuffer[kBufferSlots] = {};
+  uint32_t bufferLength[kBufferSlots] = {};
+  int textLength = 0;
+  unsigned char elementFill = 0;
+
+  explicit Control(const uint8_t* b)
+      : fill(b[0]),
+        boolValue((b[1] & 1U) != 0),
+        nullScreens((b[1] & 2U) != 0),
+        nullProgrammes((b[1] & 4U) != 0),
+        nullImme((b[1] & 8U) != 0),
+        nullTimer((b[1] & 16U) != 0),
+        screenCapacity(b[2] % 4U),
+        programmeCapacity(b[3] % 3U),
+        planCapacity(b[4] % 4U),
+        textLength(static_cast<int>(b[14]) - 4),
+        elementFill(b[15]) {
+    for (size_t k = 0; k < kBufferSlots; ++k) {
+      nullBuffer[k] = (b[5] & (1U << k)) != 0;
+      const uint32_t length = static_cast<uint32_t>(b[6 + 2 * k] | (b[7 + 2 * k] << 8)) % 16384U;
+      bufferLength[k] = nullBuffer[k] && (b[5] & (16U << k)) != 0 ? kNoLength : length;
+    }
+  }
+  // Every 32-bit field of a pre-filled record starts as this word.
+  uint32_t Word() const { return fill * 0x01010101U; }
+};
+
+// Every guarded block made for one call; all are checked after the call.
+class Guards {
+ public:
+  GuardedBlock& Add(size_t size, size_t offset, unsigned char fill) {
+    blocks_.push_back(std::make_unique<GuardedBlock>(size, offset, fill));
+    return *blocks_.back();
+  }
+  void Check(const char* call) const {
+    for (const auto& block : blocks_)
+      if (!block->Intact()) Fail("guard bytes changed by", call);
+  }
+  // The caller memory of every block, to compare two calls on the same memory.
+  std::vector<std::vector<unsigned char>> Snapshot() const {
+    std::vector<std::vector<unsigned char>> bytes;
+    for (const auto& block : blocks_)
+      bytes.emplace_back(block->data(), block->data() + block->size());
+    return bytes;
+  }
+  void Restore(const std::vector<std::vector<unsigned char>>& bytes) {
+    for (size_t i = 0; i < blocks_.size(); ++i) {
+      if (!bytes[i].empty()) std::memcpy(blocks_[i]->data(), bytes[i].data(), bytes[i].size());
+    }
+  }
+
+ private:
+  std::vector<std::unique_ptr<GuardedBlock>> blocks_;
+};
+
+// `count` records of type R pre-filled with the control's pattern, in a guarded block.
+template <typename R>
+R& NewRecord(Guards& guards, const Control& c, size_t count = 1) {
+  return *reinterpret_cast<R*>(guards.Add(sizeof(R) * count, 0, c.fill).data());
+}
+
+// A pattern byte in a bool is undefined behaviour, so each is set explicitly.
+inline void FixBools(tagNET_GUIDESCREEN_ATTRIBUTE_INFO& r, bool v) {
+  r.bIsForeverOpen = v;
+  for (auto& time : r.stuTime) time.bEnable = v;
+  r.stuAutoBright.bEnable = v;
+}
+inline void FixBools(tagNET_GUIDESCREEN_NOTE_INFO& r, bool v) {
+  r.bEnable = v;
+}
+inline void FixBools(tagNET_BRIEFLY_PROGRAMME_INFO& r, bool v) {
+  r.bEnable = v;
+  r.bTempletState = v;
+}
+inline void FixBools(tagNET_IMMEDIATELY_PLAN_INFO& r, bool v) {
+  r.bEnable = v;
+}
+inline void FixBools(tagNET_TIMER_PLAN_INFO& r, bool v) {
+  r.bOverdue = v;
+  for (auto& programme : r.stuProgrammes) programme.bIsBgProgramme = v;
+}
+
+// An element buffer of `length` bytes starting 4 but not 8 bytes aligned, as a record after an
+// element header would.
+inline unsigned char* ElementBuffer(Guards& guards, const Control& c, uint32_t length) {
+  return guards.Add(length, 4, c.elementFill).data();
+}
+
+// Sets a pre-filled programme's booleans and gives window j the element buffer of slot j mod 4.
+inline void PrepareProgramme(Guards& guards, const Control& c, tagNET_PROGRAMME_INFO& p) {
+  p.bEnable = c.boolValue;
+  p.stuOrdinary.bTempletState = c.boolValue;
+  for (size_t j = 0; j < 16; ++j) {
+    tagNET_PROGRAMME_WINDOW_INFO& w = p.stuOrdinary.stuWindows[j];
+    const size_t slot = j % kBufferSlots;
+    w.nElementsBufLen = c.bufferLength[slot];
+    w.pElementsBuf = c.nullBuffer[slot] ? nullptr : ElementBuffer(guards, c, c.bufferLength[slot]);
+  }
+}
+
+// ---- JSON text ------------------------------------------------------------------------------
+
+// The most containers any value of a JSON text sits in (0 for a scalar text). JsonCpp's reader
+// counts values, not containers, against its limit of 1000: it refuses a text where this is 1000
+// or more, even when no container nests deeper than 1000.
+inline size_t DeepestValue(std::string_view json) {
+  size_t open = 0;
+  size_t deepest = 0;
+  bool inText = false;
+  for (size_t i = 0; i < json.size(); ++i) {
+    const char ch = json[i];
+    if (inText) {
+      if (ch == '\\') {
+        ++i;
+      } else if (ch == '"') {
+        inText = false;
+      }
+      continue;
+    }
+    switch (ch) {
+      case ']':
+      case '}':
+        if (open > 0) --open;
+        continue;
+      case ',':
+      case ':':
+      case ' ':
+      case '\t':
+      case '\n':
+      case '\r':
+        continue;
+      case '"':
+        inText = true;
+        break;
+      default:
+        break;
+    }
+    if (open > deepest) deepest = open;
+    if (ch == '[' || ch == '{') ++open;
+  }
+  return deepest;
 }
 
 }  // namespace gsc::fuzz

@@ -1,14 +1,8 @@
 // Fuzzes every reader with arbitrary device answers.
 //
-// Input: 16 control bytes, then the answer's JSON text (a text JsonCpp rejects is skipped).
-//   0      the byte every caller record is pre-filled with
-//   1      bit 0: the value of every boolean field; bits 1 to 4: null caller array for screens,
-//          programmes, immediate plans, timer plans
-//   2 3 4  capacities of the screen, programme and plan arrays (mod 4, 3, 4)
-//   5      bits 0 to 3: element buffer slot k is null; bits 4 to 7: its length is then 2^32 - 1
-//   6..13  four element buffer lengths, 16 bits each (mod 16384); window j uses slot j mod 4
-//   14     length passed to GetJsonString, minus 4
-//   15     the byte element buffers are pre-filled with
+// Input: 16 control bytes (Control in fuzz_support.h: pattern bytes, booleans, null arrays and
+// capacities, element buffer lengths), then the answer's JSON text (a text JsonCpp rejects is
+// skipped).
 //
 // The parsed value goes to every deserialize, plain and reporting on the same caller memory (same
 // bytes, same exception, findings that agree with what happened; in skip mode, the bytes the plain
@@ -45,109 +39,14 @@ using gsc::Finding;
 using gsc::FindingKind;
 using gsc::Report;
 
-constexpr size_t kControlBytes = 16;
-constexpr size_t kBufferSlots = 4;
 constexpr size_t kMembersFed = 4;
-constexpr uint32_t kNoLength = 0xFFFFFFFFU;
 
-struct Control {
-  unsigned char fill = 0;
-  bool boolValue = false;
-  bool nullScreens = false;
-  bool nullProgrammes = false;
-  bool nullImme = false;
-  bool nullTimer = false;
-  uint32_t screenCapacity = 0;
-  uint32_t programmeCapacity = 0;
-  uint32_t planCapacity = 0;
-  bool nullBuffer[kBufferSlots] = {};
-  uint32_t bufferLength[kBufferSlots] = {};
-  int textLength = 0;
-  unsigned char elementFill = 0;
-
-  explicit Control(const uint8_t* b)
-      : fill(b[0]),
-        boolValue((b[1] & 1U) != 0),
-        nullScreens((b[1] & 2U) != 0),
-        nullProgrammes((b[1] & 4U) != 0),
-        nullImme((b[1] & 8U) != 0),
-        nullTimer((b[1] & 16U) != 0),
-        screenCapacity(b[2] % 4U),
-        programmeCapacity(b[3] % 3U),
-        planCapacity(b[4] % 4U),
-        textLength(static_cast<int>(b[14]) - 4),
-        elementFill(b[15]) {
-    for (size_t k = 0; k < kBufferSlots; ++k) {
-      nullBuffer[k] = (b[5] & (1U << k)) != 0;
-      const uint32_t length = static_cast<uint32_t>(b[6 + 2 * k] | (b[7 + 2 * k] << 8)) % 16384U;
-      bufferLength[k] = nullBuffer[k] && (b[5] & (16U << k)) != 0 ? kNoLength : length;
-    }
-  }
-  // Every 32-bit field of a pre-filled record starts as this word.
-  uint32_t Word() const { return fill * 0x01010101U; }
-};
-
-// Every guarded block made for one call; all are checked after the call.
-class Guards {
- public:
-  GuardedBlock& Add(size_t size, size_t offset, unsigned char fill) {
-    blocks_.push_back(std::make_unique<GuardedBlock>(size, offset, fill));
-    return *blocks_.back();
-  }
-  void Check(const char* call) const {
-    for (const auto& block : blocks_)
-      if (!block->Intact()) Fail("guard bytes changed by", call);
-  }
-  // The caller memory of every block, to compare two calls on the same memory.
-  std::vector<std::vector<unsigned char>> Snapshot() const {
-    std::vector<std::vector<unsigned char>> bytes;
-    for (const auto& block : blocks_)
-      bytes.emplace_back(block->data(), block->data() + block->size());
-    return bytes;
-  }
-  void Restore(const std::vector<std::vector<unsigned char>>& bytes) {
-    for (size_t i = 0; i < blocks_.size(); ++i) {
-      if (!bytes[i].empty()) std::memcpy(blocks_[i]->data(), bytes[i].data(), bytes[i].size());
-    }
-  }
-
- private:
-  std::vector<std::unique_ptr<GuardedBlock>> blocks_;
-};
-
-// A record of type R pre-filled with the control's pattern, in a guarded block.
-template <typename R>
-R& NewRecord(Guards& guards, const Control& c, size_t count = 1) {
-  return *reinterpret_cast<R*>(guards.Add(sizeof(R) * count, 0, c.fill).data());
-}
-
-// ---- Booleans: a pattern byte in a bool is undefined behaviour, so each is set explicitly -----
-
-void FixBools(tagNET_GUIDESCREEN_ATTRIBUTE_INFO& r, bool v) {
-  r.bIsForeverOpen = v;
-  for (auto& time : r.stuTime) time.bEnable = v;
-  r.stuAutoBright.bEnable = v;
-}
-void FixBools(tagNET_GUIDESCREEN_NOTE_INFO& r, bool v) {
-  r.bEnable = v;
-}
+// A pattern byte in a bool is undefined behaviour, so each is set explicitly.
 template <typename Element>
 void FixElementBools(Element& r, bool v) {
   r.bFillerState = v;
   for (auto& note : r.stuNote) FixBools(note, v);
 }
-void FixBools(tagNET_BRIEFLY_PROGRAMME_INFO& r, bool v) {
-  r.bEnable = v;
-  r.bTempletState = v;
-}
-void FixBools(tagNET_IMMEDIATELY_PLAN_INFO& r, bool v) {
-  r.bEnable = v;
-}
-void FixBools(tagNET_TIMER_PLAN_INFO& r, bool v) {
-  r.bOverdue = v;
-  for (auto& programme : r.stuProgrammes) programme.bIsBgProgramme = v;
-}
-
 // ---- Checks on what a reader left ---------------------------------------------------------
 
 // A count the reader changed must be within its capacity.
@@ -219,21 +118,13 @@ class Programmes {
   Programmes(Guards& guards, const Control& c) : guards_(guards), c_(c) {}
 
   void Prepare(tagNET_PROGRAMME_INFO& p) {
-    p.bEnable = c_.boolValue;
-    p.stuOrdinary.bTempletState = c_.boolValue;
+    PrepareProgramme(guards_, c_, p);
     Prepared prepared{&p, {}};
-    for (size_t j = 0; j < 16; ++j) {
-      tagNET_PROGRAMME_WINDOW_INFO& w = p.stuOrdinary.stuWindows[j];
-      const size_t slot = j % kBufferSlots;
-      w.nElementsBufLen = c_.bufferLength[slot];
-      w.pElementsBuf = c_.nullBuffer[slot] ? nullptr : Buffer(c_.bufferLength[slot]);
-      prepared.buffers[j] = w.pElementsBuf;
-    }
+    for (size_t j = 0; j < 16; ++j) prepared.buffers[j] = p.stuOrdinary.stuWindows[j].pElementsBuf;
     prepared_.push_back(prepared);
   }
 
-  // A buffer of `length` bytes starting 4 but not 8 bytes aligned.
-  unsigned char* Buffer(uint32_t length) { return guards_.Add(length, 4, c_.elementFill).data(); }
+  unsigned char* Buffer(uint32_t length) { return ElementBuffer(guards_, c_, length); }
 
   void Check() const {
     for (const Prepared& prepared : prepared_) {

@@ -1,0 +1,320 @@
+// Fuzzes the text readers against the tree path: deserialize_json on an answer's text must do
+// exactly what deserialize does on JsonCpp's parse of the same text.
+//
+// Input: the 16 control bytes of reader_fuzzer.cpp (Control in fuzz_support.h), then the text; its
+// seeds serve here unchanged. Every output record is laid out from the control bytes as there:
+// pre-filled records, caller arrays of 0 to 3 records or null, element buffers of any length, 4
+// but not 8 aligned, null or of length 2^32 - 1, every block between guard bytes.
+//
+// A text the strict reading accepts must parse with JsonCpp's default reader (unless its values sit
+// 1000 containers deep, see below) and goes to all sixteen output records, each read from the same
+// caller memory by the tree path and by the text path, plain, reporting and stopping, reporting
+// and skipping: the caller memory, the return value, the type and message of what is thrown and
+// the findings must be the same. A text it refuses must be refused by every text reader before
+// the record is touched, with the same line, column and reason, as a JsonError from the plain one
+// and as a single json-malformed finding and false from the reporting one.
+#include <json/json.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <typeinfo>
+#include <vector>
+
+#include "fuzz/fuzz_support.h"
+#include "guidescreen_codec/json_text.h"
+#include "guidescreen_codec/operations.h"
+#include "guidescreen_codec/report.h"
+#include "text/strict_json.h"
+
+namespace gsc::fuzz {
+namespace {
+
+using Bytes = std::vector<std::vector<unsigned char>>;
+
+// ---- Caller memory for each output record -----------------------------------------------------
+
+void Attach(Guards&, const Control& c, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out) {
+  FixBools(out.stuInfo, c.boolValue);
+}
+void Attach(Guards& g, const Control& c, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out) {
+  auto* infos = c.nullScreens
+                    ? nullptr
+                    : &NewRecord<tagNET_GUIDESCREEN_ATTRIBUTE_INFO>(g, c, c.screenCapacity);
+  for (uint32_t i = 0; infos != nullptr && i < c.screenCapacity; ++i)
+    FixBools(infos[i], c.boolValue);
+  out.nMaxInfosNum = c.screenCapacity;
+  out.pstuInfos = infos;
+}
+void Attach(Guards& g, const Control& c, tagNET_OUT_GET_PROGRAMME_BYID& out) {
+  PrepareProgramme(g, c, out.stuProgramme);
+}
+void Attach(Guards& g, const Control& c, tagNET_OUT_GET_ALL_PROGRAMMES& out) {
+  auto* infos =
+      c.nullProgrammes ? nullptr : &NewRecord<tagNET_PROGRAMME_INFO>(g, c, c.programmeCapacity);
+  for (uint32_t i = 0; infos != nullptr && i < c.programmeCapacity; ++i)
+    PrepareProgramme(g, c, infos[i]);
+  out.nMaxInfosNum = c.programmeCapacity;
+  out.pstuInfos = infos;
+}
+void Attach(Guards&, const Control& c, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out) {
+  for (auto& info : out.stuInfos) FixBools(info, c.boolValue);
+}
+void Attach(Guards& g, const Control& c, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out) {
+  auto* imme =
+      c.nullImme ? nullptr : &NewRecord<tagNET_IMMEDIATELY_PLAN_INFO>(g, c, c.planCapacity);
+  auto* timer = c.nullTimer ? nullptr : &NewRecord<tagNET_TIMER_PLAN_INFO>(g, c, c.planCapacity);
+  for (uint32_t i = 0; i < c.planCapacity; ++i) {
+    if (imme != nullptr) FixBools(imme[i], c.boolValue);
+    if (timer != nullptr) FixBools(timer[i], c.boolValue);
+  }
+  out.nMaxPlanNum = c.planCapacity;
+  out.pstuImmePlans = imme;
+  out.pstuTimerPlans = timer;
+}
+void Attach(Guards&, const Control& c, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out) {
+  FixBools(out.stuImmePlan, c.boolValue);
+  FixBools(out.stuTimerPlan, c.boolValue);
+}
+// The records of operations whose answer carries nothing hold no pointer and no boolean.
+template <typename Out>
+void Attach(Guards&, const Control&, Out&) {}
+
+// ---- One call and what it left ----------------------------------------------------------------
+
+struct Outcome {
+  bool returned = false;
+  bool threw = false;
+  std::string thrownType;
+  std::string thrown;
+  std::vector<Finding> findings;
+  Bytes memory;
+};
+
+// A finding no reading call makes (a writing kind), put into each report before the call: the
+// call must clear it.
+constexpr FindingKind kStaleKind = FindingKind::kTextUnterminated;
+constexpr const char* kStaleDetail = "left from an earlier call";
+
+Report StaleReport(OnFailure onFailure) {
+  Report report(onFailure);
+  report.add(kStaleKind, "stale", kStaleDetail);
+  return report;
+}
+
+// Restores the caller memory to `before`, runs `call` (which returns the call's result and may
+// fill `report`), and records how it ended. A JsonError means the text path refused a text the
+// strict reading accepted: that is a failure of its own.
+template <typename Call>
+Outcome Run(Guards& g, const Bytes& before, const char* name, Report* report, Call call) {
+  g.Restore(before);
+  Outcome outcome;
+  try {
+    outcome.returned = call();
+  } catch (const JsonError& e) {
+    std::fprintf(stderr, "JsonError: %s\n", e.what());
+    Fail("the text reader refused a text the strict reading accepts:", name);
+  } catch (const Json::Exception& e) {
+    outcome.threw = true;
+    outcome.thrownType = typeid(e).name();
+    outcome.thrown = e.what();
+  }
+  g.Check(name);
+  outcome.memory = g.Snapshot();
+  if (report != nullptr) {
+    outcome.findings = report->findings();
+    for (const Finding& f : outcome.findings)
+      if (f.kind == kStaleKind && f.detail == kStaleDetail) Fail("report not cleared by", name);
+  }
+  return outcome;
+}
+
+void PrintFindings(const char* side, const std::vector<Finding>& findings) {
+  std::fprintf(stderr, "%s:\n", side);
+  for (const Finding& f : findings)
+    std::fprintf(stderr, "  %s: %s: %s\n", f.path.c_str(), to_string(f.kind), f.detail.c_str());
+}
+
+// The first byte where two snapshots of the same blocks differ, for the log.
+void PrintFirstDifference(const Bytes& tree, const Bytes& text) {
+  for (size_t b = 0; b < tree.size() && b < text.size(); ++b) {
+    for (size_t i = 0; i < tree[b].size() && i < text[b].size(); ++i) {
+      if (tree[b][i] != text[b][i]) {
+        std::fprintf(stderr, "block %zu (%zu bytes), byte %zu: tree 0x%02x, text 0x%02x\n", b,
+                     tree[b].size(), i, tree[b][i], text[b][i]);
+        return;
+      }
+    }
+  }
+}
+
+void Compare(const Outcome& tree, const Outcome& text, const char* name, const char* mode) {
+  if (tree.returned != text.returned || tree.threw != text.threw) {
+    std::fprintf(stderr, "%s: tree %s %d, text %s %d\n", mode, tree.threw ? "threw" : "returned",
+                 tree.returned, text.threw ? "threw" : "returned", text.returned);
+    Fail("the text path ended otherwise than the tree path:", name);
+  }
+  if (tree.thrownType != text.thrownType || tree.thrown != text.thrown) {
+    std::fprintf(stderr, "%s: tree threw %s \"%s\", text threw %s \"%s\"\n", mode,
+                 tree.thrownType.c_str(), tree.thrown.c_str(), text.thrownType.c_str(),
+                 text.thrown.c_str());
+    Fail("the text path threw otherwise than the tree path:", name);
+  }
+  if (tree.memory != text.memory) {
+    std::fprintf(stderr, "%s: ", mode);
+    PrintFirstDifference(tree.memory, text.memory);
+    Fail("the text path left other bytes than the tree path:", name);
+  }
+  const auto same = [](const Finding& a, const Finding& b) {
+    return a.kind == b.kind && a.path == b.path && a.detail == b.detail;
+  };
+  if (tree.findings.size() != text.findings.size() ||
+      !std::equal(tree.findings.begin(), tree.findings.end(), text.findings.begin(), same)) {
+    std::fprintf(stderr, "%s\n", mode);
+    PrintFindings("tree", tree.findings);
+    PrintFindings("text", text.findings);
+    Fail("the text path found otherwise than the tree path:", name);
+  }
+}
+
+// Both paths on fresh caller memory laid out by `c`, in the three modes.
+template <typename Out>
+void SameAsTree(const Json::Value& tree, std::string_view text, const Control& c,
+                const char* name) {
+  Guards g;
+  Out& out = NewRecord<Out>(g, c);
+  Attach(g, c, out);
+  const Bytes before = g.Snapshot();
+
+  Compare(Run(g, before, name, nullptr, [&] { return deserialize(tree, out); }),
+          Run(g, before, name, nullptr, [&] { return deserialize_json(text, out); }), name,
+          "plain");
+  for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
+    Report viaTree = StaleReport(onFailure);
+    Report viaText = StaleReport(onFailure);
+    Compare(Run(g, before, name, &viaTree, [&] { return deserialize(tree, out, viaTree); }),
+            Run(g, before, name, &viaText, [&] { return deserialize_json(text, out, viaText); }),
+            name, onFailure == OnFailure::kStop ? "reporting, stopping" : "reporting, skipping");
+  }
+}
+
+// A text the strict reading refuses, where it says `where`: refused by both overloads, in both
+// modes, before the record is touched.
+template <typename Out>
+void Refused(std::string_view text, const std::string& where, const text::JsonProblem& problem,
+             const Control& c, const char* name) {
+  Guards g;
+  Out& out = NewRecord<Out>(g, c);
+  Attach(g, c, out);
+  const Bytes before = g.Snapshot();
+
+  try {
+    deserialize_json(text, out);
+    Fail("the text reader accepted a text the strict reading refuses:", name);
+  } catch (const JsonError& e) {
+    if (e.what() != where || e.line() != problem.line || e.column() != problem.column ||
+        e.reason() != problem.reason) {
+      std::fprintf(stderr, "JsonError \"%s\" (%u, %u, \"%s\"), strict reading \"%s\"\n", e.what(),
+                   e.line(), e.column(), e.reason().c_str(), where.c_str());
+      Fail("the text reader refused otherwise than the strict reading:", name);
+    }
+  } catch (const Json::Exception&) {
+    Fail("the text reader read records from a text the strict reading refuses:", name);
+  }
+  g.Check(name);
+  if (g.Snapshot() != before) Fail("a refused text changed the record:", name);
+
+  for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
+    Report report = StaleReport(onFailure);
+    if (deserialize_json(text, out, report)) Fail("a refused text read to the end:", name);
+    g.Check(name);
+    if (g.Snapshot() != before) Fail("a refused text changed the record (reporting):", name);
+    const auto& found = report.findings();
+    if (found.size() != 1 || found[0].kind != FindingKind::kJsonMalformed ||
+        !found[0].path.empty() || found[0].detail != where) {
+      PrintFindings("found", found);
+      Fail("a refused text is not one json-malformed finding:", name);
+    }
+  }
+}
+
+// Runs `Check<Out>` for every output record type.
+template <template <typename> class Check, typename... Args>
+void ForEveryRecord(Args&&... args) {
+  Check<tagNET_OUT_SET_GUIDESCREEN_CFG>::Run(args..., "SET_GUIDESCREEN_CFG");
+  Check<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>::Run(args..., "GET_GUIDESCREEN_CFG_BYID");
+  Check<tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>::Run(args..., "GET_ALL_GUIDESCREEN_CFG");
+  Check<tagNET_OUT_SET_GD_STATUS>::Run(args..., "SET_GD_STATUS");
+  Check<tagNET_OUT_GET_PROGRAMME_BYID>::Run(args..., "GET_PROGRAMME_BYID");
+  Check<tagNET_OUT_GET_ALL_PROGRAMMES>::Run(args..., "GET_ALL_PROGRAMMES");
+  Check<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>::Run(args..., "GET_ALL_BRIEFLYPROGRAMMES");
+  Check<tagNET_OUT_ADD_ONE_PROGRAMME>::Run(args..., "ADD_ONE_PROGRAMME");
+  Check<tagNET_OUT_MODIFY_ONE_PROGRAMME>::Run(args..., "MODIFY_ONE_PROGRAMME");
+  Check<tagNET_OUT_DEL_PROGRAMMES>::Run(args..., "DEL_PROGRAMMES");
+  Check<tagNET_OUT_GET_ALL_PROGRAMMEPLANS>::Run(args..., "GET_ALL_PROGRAMMEPLANS");
+  Check<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>::Run(args..., "GET_PROGRAMMEPLAN_BYID");
+  Check<tagNET_OUT_ADD_PROGRAMMEPLAN>::Run(args..., "ADD_PROGRAMMEPLAN");
+  Check<tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>::Run(args..., "MODIFY_IMME_PROGRAMMEPLAN");
+  Check<tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>::Run(args..., "MODIFY_TIMER_PROGRAMMEPLAN");
+  Check<tagNET_OUT_DEL_PROGRAMMEPLANS>::Run(args..., "DEL_PROGRAMMEPLANS");
+}
+
+template <typename Out>
+struct SameAsTreeCheck {
+  static void Run(const Json::Value& tree, std::string_view text, const Control& c,
+                  const char* name) {
+    SameAsTree<Out>(tree, text, c, name);
+  }
+};
+
+template <typename Out>
+struct RefusedCheck {
+  static void Run(std::string_view text, const std::string& where, const text::JsonProblem& problem,
+                  const Control& c, const char* name) {
+    Refused<Out>(text, where, problem, c, name);
+  }
+};
+
+}  // namespace
+}  // namespace gsc::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace gsc::fuzz;
+  if (size < kControlBytes) return 0;
+  const Control control(data);
+  const std::string_view text(reinterpret_cast<const char*>(data + kControlBytes),
+                              size - kControlBytes);
+
+  gsc::text::JsonProblem problem;
+  if (!gsc::text::CheckJson(text, &problem, nullptr)) {
+    const std::string where = "line " + std::to_string(problem.line) + ", column " +
+                              std::to_string(problem.column) + ": " + problem.reason;
+    ForEveryRecord<RefusedCheck>(text, where, problem, control);
+    return 0;
+  }
+
+  // The tree callers make: JsonCpp's reader with its default settings.
+  const Json::CharReaderBuilder builder;
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  Json::Value tree;
+  std::string errors;
+  try {
+    if (!reader->parse(text.data(), text.data() + text.size(), &tree, &errors)) {
+      std::fprintf(stderr, "JsonCpp: %s\n", errors.c_str());
+      Fail("JsonCpp refuses a text the strict reading accepts");
+    }
+  } catch (const Json::Exception& e) {
+    // JsonCpp counts values against its depth limit, the strict reading containers: a scalar
+    // inside 1000 containers is past the one and within the other. There is no tree path to
+    // compare with then; whether such a text should be read at all is strict_json_fuzzer's
+    // question.
+    if (DeepestValue(text) >= 1000) return 0;
+    Fail("JsonCpp threw on a text the strict reading accepts:", e.what());
+  }
+  ForEveryRecord<SameAsTreeCheck>(tree, text, control);
+  return 0;
+}
