@@ -546,10 +546,16 @@ bool TapeBuilder::Build(std::string_view text, JsonProblem* problem) {
   // more for at least the two bytes of its quotes.
   const size_t words = 2 * text.size() + 4;
   const size_t bytes = 4 * text.size() + 8;
-  if (tape_.size() < words) tape_.resize(words);
-  if (strings_.size() < bytes) strings_.resize(bytes);
+  if (tapeWords_ < words) {
+    tape_.reset(new uint64_t[words]);
+    tapeWords_ = words;
+  }
+  if (stringBytes_ < bytes) {
+    strings_.reset(new char[bytes]);
+    stringBytes_ = bytes;
+  }
   open_.clear();
-  TapeSink sink(tape_.data(), strings_.data(), open_);
+  TapeSink sink(tape_.get(), strings_.get(), open_);
   // The root word's payload is never read: the value starts at the second word.
   sink.Root();
   Checker<TapeSink> checker(text, nullptr, sink);
@@ -558,7 +564,7 @@ bool TapeBuilder::Build(std::string_view text, JsonProblem* problem) {
     return false;
   }
   sink.Root();
-  document_ = codec::TextDocument{tape_.data(), strings_.data()};
+  document_ = codec::TextDocument{tape_.get(), strings_.get()};
   return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,8 +45,12 @@ class TapeBuilder {
   const codec::TextDocument* document() const { return &document_; }
 
  private:
-  std::vector<uint64_t> tape_;
-  std::vector<char> strings_;
+  // Sized for the largest text so far and left uninitialised: a page costs memory only once a
+  // text reaches it.
+  std::unique_ptr<uint64_t[]> tape_;
+  size_t tapeWords_ = 0;
+  std::unique_ptr<char[]> strings_;
+  size_t stringBytes_ = 0;
   std::vector<size_t> open_;
   codec::TextDocument document_{nullptr, nullptr};
 };

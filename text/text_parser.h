@@ -32,7 +32,18 @@ class TextParser {
   // Texts of at most this many bytes are read by the strict reading in one pass (TapeBuilder);
   // longer ones by the parser. Both give the same tape; tests set 0 or SIZE_MAX to compare them.
   static constexpr size_t kShortText = 128;
-  void set_short_text_limit(size_t limit) noexcept { shortTextLimit_ = limit; }
+
+  // Whether the parser is used at all. On big-endian machines it is not: there, Debian's
+  // simdjson 3.0.1 reads some numbers wrong (2.2250738585072011e-308 and 1.7976931348623157e308
+  // among them, on s390x), and every text is read by the strict reading.
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+  static constexpr bool kParserTrusted = false;
+#else
+  static constexpr bool kParserTrusted = true;
+#endif
+  void set_short_text_limit(size_t limit) noexcept {
+    shortTextLimit_ = limit;
+  }
 
  private:
   struct State;
