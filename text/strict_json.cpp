@@ -546,12 +546,13 @@ bool TapeBuilder::Build(std::string_view text, JsonProblem* problem) {
   // more for at least the two bytes of its quotes.
   const size_t words = 2 * text.size() + 4;
   const size_t bytes = 4 * text.size() + 8;
+  // Allocated uninitialised (make_unique would clear every page); owned by the unique_ptr.
   if (tapeWords_ < words) {
-    tape_.reset(new uint64_t[words]);
+    tape_.reset(new uint64_t[words]);  // NOLINT(cppcoreguidelines-owning-memory)
     tapeWords_ = words;
   }
   if (stringBytes_ < bytes) {
-    strings_.reset(new char[bytes]);
+    strings_.reset(new char[bytes]);  // NOLINT(cppcoreguidelines-owning-memory)
     stringBytes_ = bytes;
   }
   open_.clear();
