@@ -14,6 +14,7 @@
 
 #include <json/value.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -556,9 +557,10 @@ void PacketSilently(const Record* record, Json::Value& json,
 // one by returning false. A missing or null "infos" has no members; an "infos" of another type
 // raises what JsonCpp's member listing raises. When reporting, the names of the refused member and
 // of those after it are added to `notVisited`.
-template <typename C, typename V, typename Visit>
-void ForEachKeyedMember(C& context, const V& infos, Visit visit,
-                        std::vector<std::string>* notVisited = nullptr) {
+template <typename C, typename V, typename Visit, typename Counted = void (*)(size_t)>
+void ForEachKeyedMember(
+    C& context, const V& infos, Visit visit, std::vector<std::string>* notVisited = nullptr,
+    Counted counted = [](size_t) {}) {
   if (!infos.isObject()) {
     // Empty for null; JsonCpp throws for any other type (noted and read as null when skipping).
     size_t count = 0;
@@ -569,6 +571,7 @@ void ForEachKeyedMember(C& context, const V& infos, Visit visit,
     KeyedScratch scratch;
     KeyedMembers(infos, scratch.members());
     const auto& members = scratch.members();
+    counted(members.size());
     size_t i = 0;
     for (; i < members.size(); ++i) {
       Step<C> step(context, Segment::Member(members[i].name, members[i].length));
@@ -580,6 +583,7 @@ void ForEachKeyedMember(C& context, const V& infos, Visit visit,
       }
     }
   } else {
+    counted(infos.size());
     auto it = infos.begin();
     const auto end = infos.end();
     for (; it != end; ++it) {
@@ -601,30 +605,49 @@ void ForEachKeyedMember(C& context, const V& infos, Visit visit,
 // The result object of a get-all answer: "infos" is its only member.
 inline constexpr auto kKeyedResultKeys = Keys("infos");
 
+// ReadKeyedCollection (below) with room for `room` records at a time: record `first + i` of the
+// whole is read into records[i], and once `room` records (or the last ones) are read,
+// handOver(first, count, total) is called, where total is the number the whole read fills. handOver
+// may point `records` elsewhere for the next batch.
+template <typename C, typename V, typename Record, typename Read, typename HandOver>
+uint32_t ReadKeyedCollectionInBatches(const V& result, uint32_t capacity, uint32_t room,
+                                      Record*& records, C& context, Read read, HandOver handOver) {
+  const auto object = MembersOf<kKeyedResultKeys>(result, context);
+  const auto& infos = object["infos"];
+  Step<C> step(context, KeySegment("infos"));
+  uint32_t count = 0;
+  uint32_t first = 0;
+  uint32_t total = 0;
+  std::vector<std::string> notRead;
+  ForEachKeyedMember(
+      context, infos,
+      [&](const auto& member, const char* /*name*/, const char* /*end*/) {
+        if (count >= capacity) return false;
+        read(member, records[count - first]);
+        ++count;
+        if (count - first == room) {
+          handOver(first, count - first, total);
+          first = count;
+        }
+        return true;
+      },
+      C::kReporting ? &notRead : nullptr,
+      [&](size_t members) { total = static_cast<uint32_t>(std::min<size_t>(members, capacity)); });
+  if (count != first) handOver(first, count - first, total);
+  if constexpr (C::kReporting) {
+    if (!notRead.empty()) NoteCollectionClamped(context, "records", capacity, notRead);
+  }
+  return count;
+}
+
 // Reads the members of result["infos"] into records[0 ..) with read(member, record) until the
 // capacity is reached (unsigned) or the members run out; returns the number read. With a capacity
 // of 0 no record is touched. Members left unread are reported with their names.
 template <typename C, typename V, typename Record, typename Read>
 uint32_t ReadKeyedCollection(const V& result, uint32_t capacity, Record* records, C& context,
                              Read read) {
-  const auto object = MembersOf<kKeyedResultKeys>(result, context);
-  const auto& infos = object["infos"];
-  Step<C> step(context, KeySegment("infos"));
-  uint32_t count = 0;
-  std::vector<std::string> notRead;
-  ForEachKeyedMember(
-      context, infos,
-      [&](const auto& member, const char* /*name*/, const char* /*end*/) {
-        if (count >= capacity) return false;
-        read(member, records[count]);
-        ++count;
-        return true;
-      },
-      C::kReporting ? &notRead : nullptr);
-  if constexpr (C::kReporting) {
-    if (!notRead.empty()) NoteCollectionClamped(context, "records", capacity, notRead);
-  }
-  return count;
+  return ReadKeyedCollectionInBatches(result, capacity, capacity, records, context, read,
+                                      [](uint32_t /*first*/, uint32_t /*count*/, uint32_t) {});
 }
 
 }  // namespace gsc::codec

@@ -1,6 +1,8 @@
 // The six programme operations.
 #include "guidescreen_codec/operations.h"
 
+#include <exception>
+
 #include "codec/frame.h"
 #include "programme/programme_codecs.h"
 #include "text/read_text.h"
@@ -141,6 +143,37 @@ bool gsc::deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES&
   return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
     ReadAllProgrammes(result, out, context);
   });
+}
+
+bool gsc::deserialize_json_in_batches(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out,
+                                      uint32_t capacity, gsc::Report& report,
+                                      const gsc::ProgrammeBatchSink& sink) {
+  // What the sink throws must pass the reading's own handling of conversion failures untouched.
+  struct SinkThrew {};
+  std::exception_ptr thrown;
+  const uint32_t room = out.pstuInfos != nullptr ? out.nMaxInfosNum : 0;
+  const uint32_t batchRoom = out.nMaxInfosNum;
+  try {
+    return ReadTextReporting(text, report, [&](const TextValue& result, Reporting& context) {
+      out.nRetInfosNum = ReadKeyedCollectionInBatches(
+          result, room == 0 ? 0 : capacity, room, out.pstuInfos, context,
+          [&](const auto& programme, auto& info) { ReadProgramme(programme, info, context); },
+          [&](uint32_t first, uint32_t count, uint32_t total) {
+            const uint32_t before = out.nRetInfosNum;
+            out.nRetInfosNum = count;
+            try {
+              sink(out, gsc::ProgrammeBatch{first, count, total});
+            } catch (...) {
+              thrown = std::current_exception();
+              throw SinkThrew{};
+            }
+            out.nRetInfosNum = before;
+            out.nMaxInfosNum = batchRoom;
+          });
+    });
+  } catch (const SinkThrew&) {
+    std::rethrow_exception(thrown);
+  }
 }
 
 bool serialize(const tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES& /*in*/, Json::Value& /*params*/) {

@@ -3,7 +3,13 @@
 // deserialize_json on the text itself, plain and reporting, stopping and skipping.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <iterator>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "guidescreen_codec/json_text.h"
 #include "support/tree_differential.h"
@@ -145,6 +151,162 @@ TEST(TextReaders, ReadAgainAfterTheBuffersAreReleased) {
   release_json_buffers();
   EXPECT_TRUE(deserialize_json(R"({"ProgrammeID":"second"})", out));
   EXPECT_STREQ(out.szProgrammeID, "second");
+}
+
+// `room` programmes in guarded caller memory, element buffers attached, all filled with one byte.
+class ProgrammeArray {
+ public:
+  ProgrammeArray(uint32_t room, unsigned char fill)
+      : room_(room), fill_(fill), infos_(memory_.Add<tagNET_PROGRAMME_INFO>(room)) {
+    for (uint32_t i = 0; i < room; ++i) {
+      for (auto& buffer : buffers_.emplace_back()) buffer = memory_.AddBuffer(3000);
+    }
+    Prepare();
+  }
+  // Back to the state before any read: the fill, buffers attached.
+  tagNET_PROGRAMME_INFO* Prepare() {
+    memory_.Fill(fill_);
+    for (uint32_t i = 0; i < room_; ++i) {
+      auto& windows = infos_[i].stuOrdinary.stuWindows;
+      for (size_t w = 0; w < std::size(windows); ++w) {
+        windows[w].pElementsBuf = buffers_[i][w];
+        windows[w].nElementsBufLen = 3000;
+      }
+    }
+    return infos_;
+  }
+  // Record i and its element buffers, without the buffers' addresses.
+  std::string Bytes(uint32_t i) const {
+    tagNET_PROGRAMME_INFO record;
+    std::memcpy(&record, &infos_[i], sizeof record);
+    std::string bytes;
+    for (auto& window : record.stuOrdinary.stuWindows) {
+      bytes.append(static_cast<const char*>(static_cast<const void*>(window.pElementsBuf)), 3000);
+      window.pElementsBuf = nullptr;
+    }
+    bytes.append(static_cast<const char*>(static_cast<const void*>(&record)), sizeof record);
+    return bytes;
+  }
+  bool GuardsIntact() const {
+    memory_.Snapshot();  // fails the test when a guard byte changed
+    return true;
+  }
+
+ private:
+  CallerMemory memory_;
+  uint32_t room_;
+  unsigned char fill_;
+  tagNET_PROGRAMME_INFO* infos_;
+  std::vector<std::array<unsigned char*, GSC_MAX_WINDOWS>> buffers_;
+};
+
+// What the one-call read and the batched one leave: the programmes read, in order, and the rest.
+struct ListingRead {
+  std::vector<std::string> programmes;
+  bool returned = false;
+  uint32_t count = 0;
+  std::string findings;
+};
+
+ListingRead ReadInOneCall(const std::string& text, uint32_t capacity, OnFailure onFailure) {
+  ProgrammeArray array(capacity, 0x5A);
+  tagNET_OUT_GET_ALL_PROGRAMMES out{};
+  out.nMaxInfosNum = capacity;
+  out.nRetInfosNum = 0xA5A5A5A5;
+  out.pstuInfos = array.Prepare();
+  Report report(onFailure);
+  ListingRead read;
+  read.returned = deserialize_json(text, out, report);
+  read.count = out.nRetInfosNum;
+  read.findings = report.str();
+  for (uint32_t i = 0; i < std::min(capacity, out.nRetInfosNum); ++i)
+    read.programmes.push_back(array.Bytes(i));
+  return read;
+}
+
+// Batches of `room` into two arrays taken in turn; a stopped read leaves its last, unfinished
+// batch out, as the one-call read's caller would see it only partly read.
+ListingRead ReadInBatches(const std::string& text, uint32_t capacity, uint32_t room,
+                          OnFailure onFailure) {
+  ProgrammeArray arrays[] = {ProgrammeArray(room, 0x5A), ProgrammeArray(room, 0x5A)};
+  int current = 0;
+  tagNET_OUT_GET_ALL_PROGRAMMES out{};
+  out.nMaxInfosNum = room;
+  out.nRetInfosNum = 0xA5A5A5A5;
+  out.pstuInfos = arrays[current].Prepare();
+  Report report(onFailure);
+  ListingRead read;
+  read.returned = deserialize_json_in_batches(
+      text, out, capacity, report,
+      [&](tagNET_OUT_GET_ALL_PROGRAMMES& batch, const ProgrammeBatch& b) {
+        EXPECT_EQ(b.first, read.programmes.size());
+        EXPECT_EQ(batch.nRetInfosNum, b.count);
+        EXPECT_EQ(batch.nMaxInfosNum, room);
+        EXPECT_LE(b.first + b.count, b.total);
+        EXPECT_TRUE(b.count == room || b.first + b.count == b.total);
+        for (uint32_t i = 0; i < b.count; ++i) read.programmes.push_back(arrays[current].Bytes(i));
+        current = 1 - current;
+        batch.pstuInfos = arrays[current].Prepare();
+      });
+  EXPECT_EQ(out.nMaxInfosNum, room);
+  read.count = out.nRetInfosNum;
+  read.findings = report.str();
+  for (const ProgrammeArray& array : arrays) EXPECT_TRUE(array.GuardsIntact());
+  return read;
+}
+
+TEST(TextReaders, ReadListingsInBatchesAsInOneCall) {
+  std::vector<std::string> texts(std::begin(kProgrammeAnswers), std::end(kProgrammeAnswers));
+  // A listing of seven, one of them unreadable in the middle.
+  std::string seven = R"({"infos":{)";
+  for (char name = 'a'; name < 'h'; ++name) {
+    seven += std::string(name == 'a' ? "" : ",") + '"' + name + R"(":{"ProgrammeName":")" + name +
+             R"(","Ordinary":{"Windows":[{"Elements":[{"Type":2,"Text":{"Content":"x"}}]}]}})";
+  }
+  texts.push_back(seven + "}}");
+  texts.push_back(seven + R"(,"d2":{"Enable":"no"}}})");
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(text.substr(0, 120));
+    for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
+      for (const uint32_t capacity : {0U, 2U, 5U, 9U}) {
+        const ListingRead whole = ReadInOneCall(text, capacity, onFailure);
+        for (const uint32_t room : {1U, 2U, 3U, 9U}) {
+          SCOPED_TRACE("capacity " + std::to_string(capacity) + ", room " + std::to_string(room));
+          const ListingRead batched = ReadInBatches(text, capacity, room, onFailure);
+          EXPECT_EQ(whole.returned, batched.returned);
+          EXPECT_EQ(whole.count, batched.count);
+          EXPECT_EQ(whole.findings, batched.findings);
+          if (whole.returned) {
+            EXPECT_TRUE(whole.programmes == batched.programmes) << "the programmes differ";
+          } else {
+            // The stopped one-call read left its count alone: all its records are compared.
+            ASSERT_LE(batched.programmes.size(), whole.programmes.size());
+            for (size_t i = 0; i < batched.programmes.size(); ++i)
+              EXPECT_TRUE(batched.programmes[i] == whole.programmes[i]) << "programme " << i;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(TextReaders, LetWhatTheBatchSinkThrowsReachTheCaller) {
+  ProgrammeArray array(1, 0);
+  const std::string text = R"({"infos":{"a":{},"b":{},"c":{}}})";
+  auto readThrowing = [&](auto error) {
+    tagNET_OUT_GET_ALL_PROGRAMMES out{};
+    out.nMaxInfosNum = 1;
+    out.pstuInfos = array.Prepare();
+    Report report(OnFailure::kSkip);
+    int batches = 0;
+    deserialize_json_in_batches(text, out, 3, report,
+                                [&](tagNET_OUT_GET_ALL_PROGRAMMES&, const ProgrammeBatch&) {
+                                  if (++batches == 2) throw error;
+                                });
+  };
+  EXPECT_THROW(readThrowing(std::runtime_error("printer gone")), std::runtime_error);
+  // Not taken for a value that could not be converted.
+  EXPECT_THROW(readThrowing(Json::LogicError("sink")), Json::LogicError);
 }
 
 }  // namespace

@@ -24,6 +24,8 @@
 #ifndef GUIDESCREEN_CODEC_JSON_TEXT_H
 #define GUIDESCREEN_CODEC_JSON_TEXT_H
 
+#include <cstdint>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -76,6 +78,32 @@ GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_PROGRAMME_BY
 GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out);
 GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out,
                               Report& report);
+// Where a batch of a programme listing lies in the whole: programmes first .. first + count of
+// the total that the read fills.
+struct ProgrammeBatch {
+  uint32_t first;
+  uint32_t count;
+  uint32_t total;
+};
+
+// Called after each batch with the record holding it (out.pstuInfos[0 .. count)). It may point
+// out.pstuInfos at another array with the same room for the next batch, and prepares that array
+// as it wants: the next batch is read over what it holds.
+using ProgrammeBatchSink =
+    std::function<void(tagNET_OUT_GET_ALL_PROGRAMMES& out, const ProgrammeBatch& batch)>;
+
+// Reads a programme listing a batch at a time, for answers whose records would not fit in memory
+// at once: programmes are read as deserialize_json(text, out, report) reads them into an array of
+// `capacity` records, but out.nMaxInfosNum at a time into out.pstuInfos (element buffers attached),
+// each batch handed to `sink` before the next is read. The findings and the return value are
+// those of that one-call read, the clamped collection named with `capacity`. When it returns,
+// out.nMaxInfosNum is as the caller left it and out.nRetInfosNum is the number of programmes read
+// over all batches (unchanged when a failed conversion stopped the read). With no array or a batch
+// room of 0 it reads as the one-call read with no room, handing nothing over. What `sink` throws
+// ends the read and reaches the caller unchanged.
+GSC_API bool deserialize_json_in_batches(std::string_view text, tagNET_OUT_GET_ALL_PROGRAMMES& out,
+                                         uint32_t capacity, Report& report,
+                                         const ProgrammeBatchSink& sink);
 GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out);
 GSC_API bool deserialize_json(std::string_view text, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out,
                               Report& report);
