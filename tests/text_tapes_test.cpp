@@ -60,13 +60,13 @@ std::string Dump(const TextValue& value) {
 }
 
 std::string Read(text::TextParser& parser, const std::string& json) {
-  TextValue root;
   text::JsonProblem problem;
-  if (!parser.Parse(json, root, problem)) {
+  const codec::TextDocument* document = parser.Parse(json, problem);
+  if (document == nullptr) {
     return "refused " + std::to_string(problem.line) + ":" + std::to_string(problem.column) + " " +
            problem.reason;
   }
-  return Dump(root);
+  return Dump(TextValue::Root(document));
 }
 
 TEST(TextTapes, ShortTextsReadAsTheParserReadsThem) {

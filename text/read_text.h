@@ -20,13 +20,11 @@ std::string Where(const JsonProblem& problem);
 // Parses `text` and runs body(root, context) silently; a text that is not JSON throws JsonError.
 template <typename Body>
 bool ReadTextSilently(std::string_view text, Body body) {
-  codec::TextValue root;
   JsonProblem problem;
-  if (!ThreadParser().Parse(text, root, problem)) {
-    throw gsc::JsonError(problem.line, problem.column, problem.reason);
-  }
+  const codec::TextDocument* document = ThreadParser().Parse(text, problem);
+  if (document == nullptr) throw gsc::JsonError(problem.line, problem.column, problem.reason);
   codec::Silent context{};
-  body(root, context);
+  body(codec::TextValue::Root(document), context);
   return true;
 }
 
@@ -35,12 +33,13 @@ bool ReadTextSilently(std::string_view text, Body body) {
 template <typename Body>
 bool ReadTextReporting(std::string_view text, gsc::Report& report, Body body) {
   report.clear();
-  codec::TextValue root;
   JsonProblem problem;
-  if (!ThreadParser().Parse(text, root, problem)) {
+  const codec::TextDocument* document = ThreadParser().Parse(text, problem);
+  if (document == nullptr) {
     report.add(gsc::FindingKind::kJsonMalformed, "", Where(problem));
     return false;
   }
+  const codec::TextValue root = codec::TextValue::Root(document);
   return codec::RunReporting(report, [&](codec::Reporting& context) { body(root, context); });
 }
 

@@ -30,26 +30,34 @@ struct PlainBytes {
 };
 constexpr PlainBytes kPlain;
 
-// Whether all eight bytes of `bytes` are plain: none at or above 0x80, below 0x20, a quote or a
-// backslash. (A byte's test may borrow from the bytes above it only when it holds, so the whole
-// answer is exact.)
-inline bool AllPlain(uint64_t bytes) {
+// The bytes of `bytes` that are not plain (none at or above 0x80, below 0x20, a quote or a
+// backslash), as their high bits. A byte's test may borrow from the bytes above it only when it
+// holds, so the lowest bit set is exact, and none is set when all eight are plain.
+inline uint64_t NotPlain(uint64_t bytes) {
   constexpr uint64_t kOnes = 0x0101010101010101ULL;
   constexpr uint64_t kHighs = 0x8080808080808080ULL;
   const auto anyZero = [](uint64_t word) { return (word - kOnes) & ~word & kHighs; };
   const uint64_t below20 = (bytes - 0x20U * kOnes) & ~bytes & kHighs;
-  return ((bytes & kHighs) | below20 | anyZero(bytes ^ ('"' * kOnes)) |
-          anyZero(bytes ^ ('\\' * kOnes))) == 0;
+  return (bytes & kHighs) | below20 | anyZero(bytes ^ ('"' * kOnes)) |
+         anyZero(bytes ^ ('\\' * kOnes));
 }
 
-// The first byte from `at` on that is not plain, or `end`: eight bytes at a time while they are
-// all plain, then byte by byte. (Kept apart from the reader's members, which every byte the
+// The first byte from `at` on that is not plain, or `end`: eight bytes at a time, the first
+// byte that is not plain found within its eight where the machine's byte order puts the first
+// byte lowest, then byte by byte. (Kept apart from the reader's members, which every byte the
 // sink stores might alias.)
 inline const char* SkipPlain(const char* at, const char* end) {
   while (end - at >= 8) {
     uint64_t eight = 0;
     std::memcpy(&eight, at, sizeof eight);
-    if (!AllPlain(eight)) break;
+    const uint64_t found = NotPlain(eight);
+    if (found != 0) {
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+      return at + (__builtin_ctzll(found) >> 3U);
+#else
+      break;
+#endif
+    }
     at += 8;
   }
   while (at != end && kPlain[static_cast<unsigned char>(*at)]) ++at;

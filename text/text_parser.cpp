@@ -40,29 +40,28 @@ struct TextParser::State {
 TextParser::TextParser() : state_(std::make_unique<State>()) {}
 TextParser::~TextParser() = default;
 
-bool TextParser::Parse(std::string_view text, codec::TextValue& root, JsonProblem& problem) {
+const codec::TextDocument* TextParser::Parse(std::string_view text, JsonProblem& problem) {
   if (!state_) state_ = std::make_unique<State>();
   State& state = *state_;
   if (!kParserTrusted || text.size() <= shortTextLimit_) {
-    if (!state.shortTexts.Build(text, &problem)) return false;
-    root = codec::TextValue::Root(state.shortTexts.document());
-    return true;
+    if (!state.shortTexts.Build(text, &problem)) return nullptr;
+    return state.shortTexts.document();
   }
   std::string_view body = text;
   // A byte order mark may lead a JSON text; the parser itself does not take one.
   if (body.substr(0, 3) == "\xEF\xBB\xBF") body.remove_prefix(3);
   simdjson::error_code error = state.Run(body);
   if (error != simdjson::SUCCESS) {
-    if (!CheckJson(text, &problem, &state.wideIntegers)) return false;
+    if (!CheckJson(text, &problem, &state.wideIntegers)) return nullptr;
     if (error == simdjson::CAPACITY) {
       problem = JsonProblem{1, 1, "text too large to parse"};
-      return false;
+      return nullptr;
     }
     // JSON all the same: integers beyond 64 bits, which JsonCpp reads as reals. Read them so
     // too, written as reals.
     if (state.wideIntegers.empty()) {
       problem = JsonProblem{1, 1, simdjson::error_message(error)};
-      return false;
+      return nullptr;
     }
     state.widened.clear();
     size_t from = 0;
@@ -77,11 +76,10 @@ bool TextParser::Parse(std::string_view text, codec::TextValue& root, JsonProble
     error = state.Run(body);
     if (error != simdjson::SUCCESS) {
       problem = JsonProblem{1, 1, simdjson::error_message(error)};
-      return false;
+      return nullptr;
     }
   }
-  root = codec::TextValue::Root(&state.document);
-  return true;
+  return &state.document;
 }
 
 void TextParser::Release() noexcept {

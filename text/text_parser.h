@@ -21,10 +21,11 @@ class TextParser {
   TextParser(const TextParser&) = delete;
   TextParser& operator=(const TextParser&) = delete;
 
-  // Parses `text` as CheckJson reads it. On success `root` is its value, valid until this parser
-  // parses again or is released; otherwise `problem` says where and why. Throws std::bad_alloc
-  // only.
-  bool Parse(std::string_view text, codec::TextValue& root, JsonProblem& problem);
+  // Parses `text` as CheckJson reads it. On success, returns its document, valid until this
+  // parser parses again or is released; otherwise null, and `problem` says where and why. Throws
+  // std::bad_alloc only. (The document comes back in a register: a root value written to memory
+  // here and read whole by the caller would stall the store forwarding on every call.)
+  const codec::TextDocument* Parse(std::string_view text, JsonProblem& problem);
 
   // Gives the buffers back; the next text allocates them again.
   void Release() noexcept;
