@@ -34,6 +34,30 @@ constexpr int CompareNames(const char* a, size_t aLength, const char* b, size_t 
   return aLength < bLength ? -1 : 1;
 }
 
+// The first `count` (at most 8) bytes at `bytes` as a 64-bit load from memory would read them on
+// this machine, the other bytes 0.
+constexpr uint64_t WordOf(const char* bytes, size_t count) {
+  uint64_t word = 0;
+  for (size_t i = 0; i < count; ++i) {
+    const uint64_t byte = static_cast<unsigned char>(bytes[i]);
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    word |= byte << (56U - 8U * i);
+#else
+    word |= byte << (8U * i);
+#endif
+  }
+  return word;
+}
+
+// The bits of the first `count` (below 8) bytes of a word loaded from memory.
+constexpr uint64_t LowBytesMask(size_t count) {
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+  return count == 0 ? 0 : ~uint64_t{0} << (64U - 8U * count);
+#else
+  return (uint64_t{1} << (8U * count)) - 1;
+#endif
+}
+
 // The keys one object's codecs know, kept in JsonCpp's member order.
 template <size_t N>
 struct KeyTable {
@@ -41,6 +65,10 @@ struct KeyTable {
   struct Key {
     const char* name;
     uint32_t length;
+    // The name's first eight bytes (those there are) and its last eight, as a load from memory
+    // reads them, for a comparison by words (see IsKey).
+    uint64_t head = 0;
+    uint64_t tail = 0;
   };
   Key keys[N];
 
@@ -73,31 +101,45 @@ constexpr KeyTable<sizeof...(K)> Keys(const char (&... names)[K]) {
       b = swapped;
     }
   }
+  for (auto& key : table.keys) {
+    key.head = WordOf(key.name, key.length < 8 ? key.length : 8);
+    if (key.length > 8) key.tail = WordOf(key.name + key.length - 8, 8);
+  }
   return table;
 }
 
-// Whether key `i` of `Table` is `name`. Names are short: compared in line rather than through a
-// call.
+// Whether key `i` of `Table` is `name`, where at least eight bytes can be read from `name` on
+// (a parsed text's strings are followed by more). A name of up to sixteen bytes is compared as
+// two words, overlapping when shorter.
 template <const auto& Table>
-bool IsKey(size_t i, const char* name, size_t length) {
-  if (Table.keys[i].length != length) return false;
-  const char* key = Table.keys[i].name;
-  size_t at = 0;
-  while (at < length && key[at] == name[at]) ++at;
-  return at == length;
+inline bool IsKey(size_t i, const char* name, size_t length) {
+  const auto& key = Table.keys[i];
+  if (key.length != length) return false;
+  if (length > 16) return std::memcmp(key.name, name, length) == 0;
+  uint64_t head = 0;
+  std::memcpy(&head, name, sizeof head);
+  if (length < 8) return (head & LowBytesMask(length)) == key.head;
+  uint64_t tail = 0;
+  std::memcpy(&tail, name + length - 8, sizeof tail);
+  return head == key.head && (length == 8 || tail == key.tail);
 }
 
 // The index of `name` in `Table`, or N when it is not one of its keys. Key `hint` is tried first:
 // members tend to come in the same order in every object of a kind, so the key after the last one
 // found is usually the next.
 template <const auto& Table>
-size_t FindKey(const char* name, size_t length, size_t hint = 0) {
+size_t FindKeyInTable(const char* name, size_t length) {
   constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
-  if (hint < N && IsKey<Table>(hint, name, length)) return hint;
   for (size_t i = 0; i < N; ++i) {
     if (IsKey<Table>(i, name, length)) return i;
   }
   return N;
+}
+template <const auto& Table>
+inline size_t FindKey(const char* name, size_t length, size_t hint = 0) {
+  constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
+  if (hint < N && IsKey<Table>(hint, name, length)) return hint;
+  return FindKeyInTable<Table>(name, length);
 }
 
 // The members of `json` against the keys of `Table`. `json` is only walked when it is an object;
@@ -113,8 +155,10 @@ class Members {
   static constexpr bool kText = std::is_same_v<V, TextValue>;
 
  public:
-  Members(const V& json, Context& context)
-      : json_(ObjectOrNull(context, json)), context_(context), slots_{} {
+  // The slots are left uninitialised: `found_` says which hold a member, and clearing them all
+  // for every object costs more than reading the object's few members.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+  Members(const V& json, Context& context) : json_(ObjectOrNull(context, json)), context_(context) {
     if (json_.isObject()) Walk();
   }
 
@@ -122,8 +166,10 @@ class Members {
   template <size_t K>
   ValueRef<V> operator[](const char (&key)[K]) const {
     if (json_.isObject()) {
-      const auto* member = slots_[Slot<K - 1>(key)];
-      if (member == nullptr) return ValueTraits<V>::Null();
+      constexpr uint64_t kOne = 1;
+      const size_t slot = Slot<K - 1>(key);
+      if ((found_ & (kOne << slot)) == 0) return ValueTraits<V>::Null();
+      const auto* member = slots_[slot];
       if constexpr (kText) {
         return TextValue(json_.document(), member);
       } else {
@@ -185,6 +231,7 @@ class Members {
         ++next;
       }
       if (next < N && order == 0) {
+        found_ |= uint64_t{1} << next;
         slots_[next++] = &*it;
       } else if constexpr (Context::kReporting) {
         context_.Add(gsc::FindingKind::kUnknownMember,
@@ -206,6 +253,7 @@ class Members {
       TextValue::Name(document, at, &name, &length);
       const size_t slot = FindKey<Table>(name, length, hint);
       if (slot < N) {
+        found_ |= uint64_t{1} << slot;
         slots_[slot] = at + 1;
         hint = slot + 1;
       } else {
@@ -230,8 +278,11 @@ class Members {
 
   using SlotPointer = std::conditional_t<kText, const uint64_t*, const Json::Value*>;
 
+  static_assert(N <= 64, "one bit of found_ per key");
+
   ValueRef<V> json_;
   Context& context_;
+  uint64_t found_ = 0;
   SlotPointer slots_[N];
 };
 

@@ -124,7 +124,8 @@ class TextValue {
     }
   }
 
-  // A member name's bytes (the word before its value).
+  // A member name's bytes (the word before its value). At least eight bytes can be read from
+  // its first on: the strings after it, or the padding both tape builders leave after the last.
   static void Name(const TextDocument* document, const uint64_t* word, const char** begin,
                    uint32_t* length) noexcept {
     const char* at = document->strings + (*word & kPayload);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "codec/members.h"
 #include "codec/text_value.h"
 #include "text/text_parser.h"
 
@@ -144,6 +145,63 @@ TEST(TextTapes, ShortTextsReadAsTheParserReadsThem) {
     SCOPED_TRACE(json.substr(0, 80));
     const std::string expected = Read(parser, json);
     EXPECT_EQ(Read(shortReader, json), expected);
+  }
+}
+
+// Keys of every length the comparison by words treats apart: below eight bytes, eight, between
+// eight and sixteen, sixteen, and beyond.
+constexpr auto kLengthKeys = codec::Keys("a", "Abcdefg", "Abcdefgh", "Abcdefghi", "Abcdefghijklmno",
+                                         "Abcdefghijklmnop", "Abcdefghijklmnopq");
+
+// Which of kLengthKeys the object `json` holds, as a member walk of a parsed text finds them.
+std::string KeysFound(text::TextParser& parser, const std::string& json) {
+  text::JsonProblem problem;
+  const codec::TextDocument* document = parser.Parse(json, problem);
+  if (document == nullptr) return "refused";
+  codec::Silent silent;
+  const auto object = codec::MembersOf<kLengthKeys>(TextValue::Root(document), silent);
+  std::string found;
+  auto note = [&](const codec::ValueRef<TextValue>& member) {
+    found += member.isNull() ? '-' : static_cast<char>('0' + member.asInt());
+  };
+  note(object["a"]);
+  note(object["Abcdefg"]);
+  note(object["Abcdefgh"]);
+  note(object["Abcdefghi"]);
+  note(object["Abcdefghijklmno"]);
+  note(object["Abcdefghijklmnop"]);
+  note(object["Abcdefghijklmnopq"]);
+  return found;
+}
+
+TEST(TextTapes, MemberNamesMatchKeysByEveryByteAtEveryLength) {
+  struct Case {
+    std::string json;
+    const char* found;
+  };
+  const Case cases[] = {
+      {R"({"a":1,"Abcdefg":2,"Abcdefgh":3,"Abcdefghi":4,"Abcdefghijklmno":5,
+           "Abcdefghijklmnop":6,"Abcdefghijklmnopq":7})",
+       "1234567"},
+      // Unknown names differing in the first, a middle or the last byte, or one byte longer or
+      // shorter, each followed by what would match if the comparison read on.
+      {R"({"b":1,"bbcdefg":2,"Abcdefgi":3,"Abcdefghj":4,"Abcdefghijklmnn":5})", "-------"},
+      {R"({"A":1,"Abcdeff":2,"Abcdeffh":3,"AbcdefgXi":4,"AbcdefgXijklmno":5,
+           "AbcdefghijklmnoX":6,"AbcdefghijklmnopX":7})",
+       "-------"},
+      {R"({"ab":1,"Abcdef":2,"Abcdefghh":3,"Abcdefgh":4,"Abcdefghijklmnop":5})", "--4--5-"},
+      {R"({"Abcdefghijklmn":1,"Abcdefghijklmnopqr":2,"Abcdefghijklmnoq":3})", "-------"},
+      // A name cut short by an escape decodes to the key.
+      {R"({"\u0061":1,"Abcdefgh\u0069":4})", "1--4---"},
+  };
+  text::TextParser shortReader;
+  shortReader.set_short_text_limit(std::numeric_limits<size_t>::max());
+  text::TextParser parser;
+  parser.set_short_text_limit(0);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.json);
+    EXPECT_EQ(KeysFound(parser, c.json), c.found);
+    EXPECT_EQ(KeysFound(shortReader, c.json), c.found);
   }
 }
 

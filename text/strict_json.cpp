@@ -551,9 +551,10 @@ bool CheckJson(std::string_view text, JsonProblem* problem, std::vector<size_t>*
 bool TapeBuilder::Build(std::string_view text, JsonProblem* problem) {
   // Every value takes at least one byte of text per tape word it writes, but for the root's two
   // words; a text's bytes decode to at most as many, and its length and terminator take five
-  // more for at least the two bytes of its quotes.
+  // more for at least the two bytes of its quotes. Eight more bytes after the last string let a
+  // name be compared by words (as the parser's own buffer pads its strings).
   const size_t words = 2 * text.size() + 4;
-  const size_t bytes = 4 * text.size() + 8;
+  const size_t bytes = 4 * text.size() + 16;
   // Allocated uninitialised (make_unique would clear every page); owned by the unique_ptr.
   if (tapeWords_ < words) {
     tape_.reset(new uint64_t[words]);  // NOLINT(cppcoreguidelines-owning-memory)
