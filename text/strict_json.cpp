@@ -74,6 +74,7 @@ struct NoSink {
   void StringStart() {}
   void StringBytes(const char* /*bytes*/, size_t /*count*/) {}
   void StringEnd() {}
+  void WholeString(const char* /*bytes*/, size_t /*count*/) {}
   void Open(char /*tag*/) {}
   void Close(char /*tag*/, uint32_t /*count*/) {}
 };
@@ -323,6 +324,13 @@ class Checker {
   }
 
   bool String() {
+    // Most texts hold nothing to escape or decode: their bytes go to the sink in one piece.
+    const char* close = SkipPlain(at_ + 1, end_);
+    if (close != end_ && *close == '"') {
+      sink_.WholeString(at_ + 1, static_cast<size_t>(close - at_ - 1));
+      at_ = close + 1;
+      return true;
+    }
     const char* open = at_++;
     sink_.StringStart();
     const char* run = at_;  // bytes taken as they stand, not yet told to the sink
@@ -505,6 +513,18 @@ class TapeSink {
     const auto length = static_cast<uint32_t>(used_ - stringStart_);
     std::memcpy(strings_ + stringStart_ - sizeof length, &length, sizeof length);
     strings_[used_++] = '\0';
+  }
+  // StringStart, StringBytes and StringEnd in one.
+  void WholeString(const char* bytes, size_t count) {
+    size_t used = used_;
+    tape_[words_++] = Word('"', used);
+    const auto length = static_cast<uint32_t>(count);
+    std::memcpy(strings_ + used, &length, sizeof length);
+    used += sizeof length;
+    std::memcpy(strings_ + used, bytes, count);
+    used += count;
+    strings_[used++] = '\0';
+    used_ = used;
   }
   void Open(char tag) {
     open_.push_back(words_);
