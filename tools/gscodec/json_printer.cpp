@@ -157,12 +157,16 @@ void AppendPrinted(std::string& out, const Json::Value& value, size_t indent) {
 void AppendQuoted(std::string& out, const char* text, size_t size) {
   out += '"';
   char scratch[8];
+  // Runs of bytes written as they are go out in one piece.
+  size_t run = 0;
   for (size_t i = 0; i < size; ++i) {
-    if (const char* escape = Escape(static_cast<unsigned char>(text[i]), scratch))
-      out += escape;
-    else
-      out += text[i];
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte >= 0x20 && byte != '"' && byte != '\\') continue;
+    out.append(text + run, i - run);
+    out += Escape(byte, scratch);
+    run = i + 1;
   }
+  out.append(text + run, size - run);
   out += '"';
 }
 

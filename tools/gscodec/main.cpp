@@ -19,6 +19,7 @@
 #include "answer_room.h"
 #include "guidescreen_codec.h"
 #include "json_printer.h"
+#include "listing_batches.h"
 #include "operation_names.h"
 #include "operations_table.h"
 #include "record_text.h"
@@ -43,7 +44,8 @@ constexpr char kUsage[] =
     "        have room for every record the answer holds, or for --capacity N; each window's\n"
     "        element buffer for the most elements any window of the answer holds, or\n"
     "        --elements-buffer BYTES. A value that cannot be converted stops it (exit status\n"
-    "        1), unless --keep-going reads it as null, goes on and prints the record.\n"
+    "        1), unless --keep-going reads it as null, goes on and prints the record. A listing\n"
+    "        too large to hold at once is printed as it is read: a stop leaves it unfinished.\n"
     "encode  reads an input record in that field-named form and prints the request parameters\n"
     "        serialize writes.\n"
     "check   reads a device answer (or with --request an input record) as decode (encode)\n"
@@ -248,6 +250,11 @@ void MaskPasswords(Json::Value& value) {
   }
 }
 
+// A programme listing whose records would take more than this is read and printed a batch of
+// about kListingBatchBytes at a time (two batches in memory), not all at once.
+constexpr size_t kListingBytesAtOnce = size_t{64} << 20;
+constexpr size_t kListingBatchBytes = size_t{4} << 20;
+
 // What the process's exit reclaims: the records read from a large answer hold many blocks, and
 // freeing them one by one takes longer than reading them did.
 struct LeftToExit {
@@ -276,7 +283,17 @@ void Decode(const Operation& op, Input input, const Arguments& args, bool print,
             gsc::Report& report) {
   const gsc::fields::Room room = RoomFor(input.text, args);
   std::unique_ptr<gsc::fields::Received>& received = KeptUntilExit().received;
-  received = gsc::fields::ReceiveText(op, input.text, room, &report);
+  bool printed = false;
+  if (std::string(op.name) == "GET_ALL_PROGRAMMES" &&
+      gsc::fields::ListingBytes(room) > kListingBytesAtOnce) {
+    gsc::fields::BatchedRead read = gsc::fields::ReadProgrammesInBatches(
+        op, input.text, room, gsc::fields::ProgrammesPerBatch(room, kListingBatchBytes),
+        print ? stdout : nullptr, args.show, report);
+    printed = read.printed;
+    received = std::move(read.received);
+  } else {
+    received = gsc::fields::ReceiveText(op, input.text, room, &report);
+  }
   std::string().swap(input.text);
   gsc::release_json_buffers();
   if (!report.empty() && report.findings().back().kind == gsc::FindingKind::kJsonMalformed)
@@ -297,7 +314,7 @@ void Decode(const Operation& op, Input input, const Arguments& args, bool print,
                      (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
                      failure.detail + " (--keep-going reads such values as null and goes on)");
   }
-  gsc::fields::PrintRecord(stdout, *op.answer, received->record, args.show);
+  if (!printed) gsc::fields::PrintRecord(stdout, *op.answer, received->record, args.show);
 }
 
 int Run(const Arguments& args) {

@@ -3,6 +3,7 @@
 #include <json/writer.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <limits>
 
@@ -124,13 +125,8 @@ class Writer {
     text_ += object ? '{' : '[';
     bool first = true;
     ForEachChild(node, [&](const char* name, const Node& child) {
-      text_ += first ? "\n" : ",\n";
+      Member(name, child, indent + 2, first);
       first = false;
-      text_.append(indent + 2, ' ');
-      if (name != nullptr) Name(name);
-      Pretty(child, indent + 2);
-      // Only here may text go out: no enclosing call can still take it back.
-      if (text_.size() >= kFlushAt) Flush();
       return true;
     });
     text_ += '\n';
@@ -146,6 +142,17 @@ class Writer {
   }
 
   std::string& text() { return text_; }
+
+  // One member of an object (or element of an array, without a name) laid over lines at
+  // `indent`: its separator, its name and its value. Only here may text go out: no enclosing
+  // call can still take it back.
+  void Member(const char* name, const Node& value, size_t indent, bool first) {
+    text_ += first ? "\n" : ",\n";
+    text_.append(indent, ' ');
+    if (name != nullptr) Name(name);
+    Pretty(value, indent);
+    if (text_.size() >= kFlushAt) Flush();
+  }
 
  private:
   // The node on one line; false as soon as the text since `start` is longer than `limit`.
@@ -189,10 +196,10 @@ class Writer {
         return;
       }
       case Kind::kUnsigned:
-        text_ += std::to_string(Load<uint32_t>(at));
+        Integer(Load<uint32_t>(at));
         return;
       case Kind::kSigned:
-        text_ += std::to_string(Load<int32_t>(at));
+        Integer(Load<int32_t>(at));
         return;
       case Kind::kReal:
         text_ += Json::valueToString(Load<double>(at));
@@ -202,7 +209,8 @@ class Writer {
         return;
       case Kind::kEnum: {
         const int32_t v = Load<int32_t>(at);
-        text_ += "{\"value\": " + std::to_string(v);
+        text_ += "{\"value\": ";
+        Integer(v);
         if (const char* name = f.enumeration->NameOf(v)) {
           text_ += ", \"name\": ";
           AppendQuoted(text_, name, std::strlen(name));
@@ -216,12 +224,96 @@ class Writer {
     }
   }
 
+  template <typename Int>
+  void Integer(Int value) {
+    char digits[16];
+    const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
+    text_.append(digits, end.ptr);
+  }
+
   const ShowOptions& options_;
   std::FILE* out_;
   std::string text_;
 };
 
 }  // namespace
+
+class StreamedRecordPrinter::Impl {
+ public:
+  Impl(std::FILE* out, const RecordTable& table, const ShowOptions& options)
+      : table_(table), writer_(options, out) {}
+
+  void Begin(const void* head) {
+    writer_.text() += '{';
+    Fields(head, true);
+  }
+
+  void Add(const void* records, uint32_t count) {
+    const auto* at = static_cast<ConstBytes>(records);
+    for (uint32_t i = 0; i < count; ++i) {
+      writer_.Member(nullptr, Node{Node::Type::kRecord, array_->record, nullptr, at}, 4,
+                     first_record_);
+      first_record_ = false;
+      at += array_->record->size;
+    }
+  }
+
+  void End(const void* head) {
+    writer_.text() += "\n  ]";
+    Fields(head, false);
+    writer_.text() += "\n}\n";
+    writer_.Flush();
+  }
+
+  void Flush() { writer_.Flush(); }
+
+ private:
+  // The shown fields before the caller array (ending with its name and '['), or after it.
+  void Fields(const void* head, bool before) {
+    const auto* bytes = static_cast<ConstBytes>(head);
+    bool past = false;
+    for (const Field& f : table_.fields) {
+      if (f.kind == Kind::kHidden || f.kind == Kind::kSize) continue;
+      if (f.kind == Kind::kCallerArray) {
+        past = true;
+        array_ = &f;
+        if (before) {
+          writer_.text() += first_field_ ? "\n  " : ",\n  ";
+          AppendQuoted(writer_.text(), f.name, std::strlen(f.name));
+          writer_.text() += ": [";
+          first_field_ = false;
+        }
+        continue;
+      }
+      if (past == before) continue;
+      writer_.Member(f.name, FieldNode(table_, bytes, f), 2, first_field_);
+      first_field_ = false;
+    }
+  }
+
+  const RecordTable& table_;
+  Writer writer_;
+  const Field* array_ = nullptr;
+  bool first_field_ = true;
+  bool first_record_ = true;
+};
+
+StreamedRecordPrinter::StreamedRecordPrinter(std::FILE* out, const RecordTable& table,
+                                             const ShowOptions& options)
+    : impl_(std::make_unique<Impl>(out, table, options)) {}
+StreamedRecordPrinter::~StreamedRecordPrinter() = default;
+void StreamedRecordPrinter::Begin(const void* head) {
+  impl_->Begin(head);
+}
+void StreamedRecordPrinter::Add(const void* records, uint32_t count) {
+  impl_->Add(records, count);
+}
+void StreamedRecordPrinter::End(const void* head) {
+  impl_->End(head);
+}
+void StreamedRecordPrinter::Flush() {
+  impl_->Flush();
+}
 
 void PrintRecord(std::FILE* out, const RecordTable& table, const void* record,
                  const ShowOptions& options) {

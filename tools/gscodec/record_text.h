@@ -4,7 +4,9 @@
 #ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TEXT_H
 #define GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TEXT_H
 
+#include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <string>
 
 #include "field_table.h"
@@ -19,6 +21,32 @@ void PrintRecord(std::FILE* out, const RecordTable& table, const void* record,
 // The same text as a string.
 std::string RecordText(const RecordTable& table, const void* record,
                        const ShowOptions& options = {});
+
+// Prints a record as PrintRecord does while the records of its one caller array arrive in parts:
+// the fields before the array, then the array's records as they are given, then the rest. For a
+// record whose array holds at least one record taking more than a line, as every programme does:
+// the record and the array are then laid over lines whatever else they hold.
+class StreamedRecordPrinter {
+ public:
+  StreamedRecordPrinter(std::FILE* out, const RecordTable& table, const ShowOptions& options);
+  ~StreamedRecordPrinter();
+  StreamedRecordPrinter(const StreamedRecordPrinter&) = delete;
+  StreamedRecordPrinter& operator=(const StreamedRecordPrinter&) = delete;
+
+  // The fields of `head` before the caller array, and the array's opening bracket.
+  void Begin(const void* head);
+  // The next `count` records of the array, from `records`.
+  void Add(const void* records, uint32_t count);
+  // The array's closing bracket, the fields of `head` after it, the record's closing brace and a
+  // newline; everything is written out.
+  void End(const void* head);
+  // Writes out what was printed so far (when the array is not to be finished).
+  void Flush();
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
 
 }  // namespace gsc::fields
 
