@@ -124,28 +124,26 @@ TEST(ListingBatches, PrintWhatTheRecordReadAtOncePrints) {
   for (const std::string& answer : answers) {
     SCOPED_TRACE(answer.substr(0, 80));
     for (const gsc::OnFailure mode : {gsc::OnFailure::kStop, gsc::OnFailure::kSkip}) {
-      for (const uint32_t capacity : {1U, 4U, 40U}) {
+      // Passwords are shown in one mode and masked in the other.
+      const ShowOptions show{mode == gsc::OnFailure::kSkip};
+      for (const uint32_t capacity : {2U, 40U}) {
         const Room room{capacity, 30000};
-        for (const bool secrets : {false, true}) {
-          const Printed whole = AtOnce(answer, room, mode, ShowOptions{secrets});
-          const Printed skipping =
-              AtOnce(answer, room, gsc::OnFailure::kSkip, ShowOptions{secrets});
-          for (const uint32_t batch : {1U, 2U, 3U, 40U}) {
-            SCOPED_TRACE("capacity " + std::to_string(capacity) + ", batch " +
-                         std::to_string(batch));
-            const Printed parts = InBatches(answer, room, batch, mode, ShowOptions{secrets});
-            EXPECT_EQ(parts.findings, whole.findings);
-            // A read stopped by a failed conversion prints nothing at once. In parts, the
-            // programmes before the failure stand, as a read going past it prints them.
-            const bool stopped = mode == gsc::OnFailure::kStop &&
-                                 whole.findings.find("conversion-failed") != std::string::npos;
-            if (!stopped || !parts.printedInParts) {
-              EXPECT_EQ(parts.text, whole.text);
-            } else {
-              EXPECT_EQ(skipping.text.compare(0, parts.text.size(), parts.text), 0);
-              EXPECT_GT(parts.text.size(), 0U);
-              EXPECT_LT(parts.text.size(), skipping.text.size());
-            }
+        const Printed whole = AtOnce(answer, room, mode, show);
+        const Printed skipping = AtOnce(answer, room, gsc::OnFailure::kSkip, show);
+        for (const uint32_t batch : {1U, 3U, 40U}) {
+          SCOPED_TRACE("capacity " + std::to_string(capacity) + ", batch " + std::to_string(batch));
+          const Printed parts = InBatches(answer, room, batch, mode, show);
+          EXPECT_EQ(parts.findings, whole.findings);
+          // A read stopped by a failed conversion prints nothing at once. In parts, the
+          // programmes before the failure stand, as a read going past it prints them.
+          const bool stopped = mode == gsc::OnFailure::kStop &&
+                               whole.findings.find("conversion-failed") != std::string::npos;
+          if (!stopped || !parts.printedInParts) {
+            EXPECT_EQ(parts.text, whole.text);
+          } else {
+            EXPECT_EQ(skipping.text.compare(0, parts.text.size(), parts.text), 0);
+            EXPECT_GT(parts.text.size(), 0U);
+            EXPECT_LT(parts.text.size(), skipping.text.size());
           }
         }
       }
