@@ -12,13 +12,16 @@
 // and skipping: the caller memory, the return value, the type and message of what is thrown and
 // the findings must be the same. A text it refuses must be refused by every text reader before
 // the record is touched, with the same line, column and reason, as a JsonError from the plain one
-// and as a single json-malformed finding and false from the reporting one.
+// and as a single json-malformed finding and false from the reporting one. A programme listing is
+// also read a programme at a time (deserialize_json_in_batches), which must hand over what the
+// one-call read leaves.
 #include <json/json.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -242,6 +245,87 @@ void Refused(std::string_view text, const std::string& where, const text::JsonPr
   }
 }
 
+// Programme i of a listing as a caller sees it: its record, with the element buffers' contents in
+// place of their addresses (two reads into different arrays are compared).
+std::string ProgrammeBytes(const tagNET_PROGRAMME_INFO& programme, const Control& c) {
+  tagNET_PROGRAMME_INFO copy;
+  std::memcpy(&copy, &programme, sizeof copy);
+  std::string bytes;
+  for (size_t j = 0; j < 16; ++j) {
+    tagNET_PROGRAMME_WINDOW_INFO& window = copy.stuOrdinary.stuWindows[j];
+    if (window.pElementsBuf != nullptr) {
+      bytes.append(reinterpret_cast<const char*>(window.pElementsBuf),
+                   c.bufferLength[j % kBufferSlots]);
+    }
+    window.pElementsBuf = nullptr;
+  }
+  bytes.append(reinterpret_cast<const char*>(&copy), sizeof copy);
+  return bytes;
+}
+
+// A listing read one programme at a time into two arrays taken in turn, each laid out as the
+// one-call read's array is, against that read: the same result and findings, and the programmes
+// handed over are those the one-call read leaves (all of them, unless a conversion stopped it).
+void SameInBatches(std::string_view text, const Control& c) {
+  if (c.nullProgrammes || c.programmeCapacity == 0) return;
+  const char* name = "GET_ALL_PROGRAMMES in batches";
+  for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
+    Guards whole;
+    auto& wholeOut = NewRecord<tagNET_OUT_GET_ALL_PROGRAMMES>(whole, c);
+    Attach(whole, c, wholeOut);
+    Report wholeReport = StaleReport(onFailure);
+    const bool wholeRead = deserialize_json(text, wholeOut, wholeReport);
+
+    Guards parts;
+    auto& out = NewRecord<tagNET_OUT_GET_ALL_PROGRAMMES>(parts, c);
+    tagNET_PROGRAMME_INFO* arrays[2];
+    for (auto*& array : arrays) {
+      array = &NewRecord<tagNET_PROGRAMME_INFO>(parts, c);
+      PrepareProgramme(parts, c, *array);
+    }
+    out.nMaxInfosNum = 1;
+    out.pstuInfos = arrays[0];
+    const auto before = parts.Snapshot();
+    int next = 1;
+    std::vector<std::string> handed;
+    Report partsReport = StaleReport(onFailure);
+    const bool partsRead = deserialize_json_in_batches(
+        text, out, c.programmeCapacity, partsReport,
+        [&](tagNET_OUT_GET_ALL_PROGRAMMES& batch, const ProgrammeBatch& b) {
+          if (b.first != handed.size() || b.count != 1 || batch.nRetInfosNum != 1 ||
+              b.total > c.programmeCapacity)
+            Fail("a batch is not the next programme:", name);
+          handed.push_back(ProgrammeBytes(batch.pstuInfos[0], c));
+          parts.Check(name);
+          parts.Restore(before);
+          batch.pstuInfos = arrays[next];
+          next = 1 - next;
+        });
+    parts.Check(name);
+    if (partsRead != wholeRead || out.nRetInfosNum != wholeOut.nRetInfosNum ||
+        out.nMaxInfosNum != 1)
+      Fail("the batched read ended otherwise than the one-call read:", name);
+    const auto same = [](const Finding& a, const Finding& b) {
+      return a.kind == b.kind && a.path == b.path && a.detail == b.detail;
+    };
+    const auto& found = partsReport.findings();
+    const auto& expected = wholeReport.findings();
+    if (found.size() != expected.size() ||
+        !std::equal(found.begin(), found.end(), expected.begin(), same)) {
+      PrintFindings("one call", expected);
+      PrintFindings("in batches", found);
+      Fail("the batched read found otherwise than the one-call read:", name);
+    }
+    const size_t read = wholeRead ? wholeOut.nRetInfosNum : handed.size();
+    if (handed.size() != read || read > c.programmeCapacity)
+      Fail("the batched read handed over another number of programmes:", name);
+    for (size_t i = 0; i < handed.size(); ++i) {
+      if (handed[i] != ProgrammeBytes(wholeOut.pstuInfos[i], c))
+        Fail("a programme read in batches differs from the one-call read's:", name);
+    }
+  }
+}
+
 // Runs `Check<Out>` for every output record type.
 template <template <typename> class Check, typename... Args>
 void ForEveryRecord(Args&&... args) {
@@ -316,5 +400,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Fail("JsonCpp threw on a text the strict reading accepts:", e.what());
   }
   ForEveryRecord<SameAsTreeCheck>(tree, text, control);
+  SameInBatches(text, control);
   return 0;
 }
