@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "operations_table.h"
+#include "describe/operations_table.h"
 #include "support/fixtures.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string>
 
-#include "answer_room.h"
+#include "describe/answer_room.h"
 #include "guidescreen_codec/capi.h"
 #include "support/fixtures.h"
 

@@ -3,8 +3,8 @@
 // exactly what its C++ overload gives, on each operation's samples.
 #include <string>
 
+#include "describe/operations_table.h"
 #include "guidescreen_codec.h"
-#include "operations_table.h"
 #include "support/fixtures.h"
 
 namespace {

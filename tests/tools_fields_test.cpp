@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "describe/operations_table.h"
 #include "guidescreen_codec.h"
-#include "operations_table.h"
 #include "support/fixtures.h"
 
 namespace {

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "describe/operations_table.h"
+#include "describe/record_text.h"
 #include "guidescreen_codec.h"
 #include "listing_batches.h"
-#include "operations_table.h"
-#include "record_text.h"
 
 namespace {
 

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "arena.h"
+#include "describe/arena.h"
+#include "describe/json_printer.h"
+#include "describe/operations_table.h"
+#include "describe/record_text.h"
 #include "guidescreen_codec.h"
-#include "json_printer.h"
 #include "operation_names.h"
-#include "operations_table.h"
-#include "record_text.h"
 #include "support/fixtures.h"
 
 namespace {

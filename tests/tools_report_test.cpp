@@ -2,7 +2,7 @@
 // every operation that carries a record both ways.
 #include <string>
 
-#include "operations_table.h"
+#include "describe/operations_table.h"
 #include "support/fixtures.h"
 
 namespace {

@@ -9,9 +9,9 @@
 #include <thread>
 #include <vector>
 
+#include "describe/record_text.h"
 #include "guidescreen_codec/capi.h"
 #include "guidescreen_codec/json_text.h"
-#include "record_text.h"
 
 namespace gsc::fields {
 namespace {

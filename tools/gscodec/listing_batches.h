@@ -9,8 +9,8 @@
 #include <memory>
 #include <string_view>
 
+#include "describe/operations_table.h"
 #include "guidescreen_codec/report.h"
-#include "operations_table.h"
 
 namespace gsc::fields {
 

@@ -16,13 +16,13 @@
 #include <utility>
 #include <vector>
 
-#include "answer_room.h"
+#include "describe/answer_room.h"
+#include "describe/json_printer.h"
+#include "describe/operations_table.h"
+#include "describe/record_text.h"
 #include "guidescreen_codec.h"
-#include "json_printer.h"
 #include "listing_batches.h"
 #include "operation_names.h"
-#include "operations_table.h"
-#include "record_text.h"
 
 namespace {
 

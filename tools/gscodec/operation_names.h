@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "operations_table.h"
+#include "describe/operations_table.h"
 
 namespace gsc::fields {
 

@@ -1,6 +1,6 @@
 // One table per record: every member in declaration order, reserved bytes included, so that the
 // tests can check each table against the record's layout.
-#include "record_tables.h"
+#include "describe/record_tables.h"
 
 #include "guidescreen_codec.h"
 

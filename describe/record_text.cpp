@@ -1,4 +1,4 @@
-#include "record_text.h"
+#include "describe/record_text.h"
 
 #include <json/writer.h>
 
@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <limits>
 
-#include "field_access.h"
+#include "describe/field_access.h"
+#include "describe/json_printer.h"
 #include "guidescreen_codec/capi.h"
-#include "json_printer.h"
 
 namespace gsc::fields {
 namespace {

@@ -1,7 +1,7 @@
-// The seventeen operations as the inspector knows them: names, JSON keys, record tables,
+// The seventeen operations as the field-named form knows them: names, JSON keys, record tables,
 // embedded samples and the library's serialize/deserialize pair behind each.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_OPERATIONS_TABLE_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_OPERATIONS_TABLE_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_OPERATIONS_TABLE_H
+#define GUIDESCREEN_CODEC_DESCRIBE_OPERATIONS_TABLE_H
 
 #include <json/value.h>
 
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "field_table.h"
+#include "describe/field_table.h"
 #include "guidescreen_codec/report.h"
 
 namespace gsc::fields {
@@ -68,4 +68,4 @@ Json::Value Decode(const Operation& op, const Json::Value& result, const Room& r
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_OPERATIONS_TABLE_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_OPERATIONS_TABLE_H

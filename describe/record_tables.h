@@ -1,8 +1,8 @@
 // The field tables of the records that the operations' records are built from.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TABLES_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TABLES_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_RECORD_TABLES_H
+#define GUIDESCREEN_CODEC_DESCRIBE_RECORD_TABLES_H
 
-#include "field_table.h"
+#include "describe/field_table.h"
 
 namespace gsc::fields {
 
@@ -16,4 +16,4 @@ extern const RecordTable kTimerPlanTable;       // tagNET_TIMER_PLAN_INFO
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TABLES_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_RECORD_TABLES_H

@@ -1,4 +1,4 @@
-#include "arena.h"
+#include "describe/arena.h"
 
 #include <sys/mman.h>
 

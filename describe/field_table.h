@@ -2,8 +2,8 @@
 // (name, offset, kind), and that table drives both directions, record -> JSON for printing and
 // JSON -> record for encoding. Every field is reached by byte offset and copied with memcpy, so a
 // record may sit anywhere in memory, including 4-but-not-8 aligned inside an element buffer.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_FIELD_TABLE_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_FIELD_TABLE_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_FIELD_TABLE_H
+#define GUIDESCREEN_CODEC_DESCRIBE_FIELD_TABLE_H
 
 #include <json/value.h>
 
@@ -17,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-#include "arena.h"
+#include "describe/arena.h"
 
 namespace gsc::fields {
 
@@ -210,4 +210,4 @@ RecordTable Table(const char* name, std::vector<Field> fields) {
     static_cast<int>(name), #name \
   }
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_FIELD_TABLE_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_FIELD_TABLE_H

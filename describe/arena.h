@@ -1,7 +1,7 @@
 // Zero-filled memory for the records the tool fills, their caller arrays and element buffers,
 // all released together.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_ARENA_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_ARENA_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_ARENA_H
+#define GUIDESCREEN_CODEC_DESCRIBE_ARENA_H
 
 #include <cstddef>
 #include <vector>
@@ -35,4 +35,4 @@ class Arena {
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_ARENA_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_ARENA_H

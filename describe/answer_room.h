@@ -1,11 +1,11 @@
 // The room decode and check give by default, found from an answer's text: a large answer is read
 // by the text readers without a tree, and sizing the record must not build one either.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_ANSWER_ROOM_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_ANSWER_ROOM_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_ANSWER_ROOM_H
+#define GUIDESCREEN_CODEC_DESCRIBE_ANSWER_ROOM_H
 
 #include <string_view>
 
-#include "field_table.h"
+#include "describe/field_table.h"
 
 namespace gsc::fields {
 
@@ -21,4 +21,4 @@ Room RoomForAnswerText(std::string_view text);
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_ANSWER_ROOM_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_ANSWER_ROOM_H

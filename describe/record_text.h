@@ -1,15 +1,15 @@
 // The field-named form of a record written as text straight from its bytes: the same JSON that
 // ToJson builds, with each record's fields in declaration order, without building a tree. This
 // is how decode prints, so that an answer of tens of megabytes costs little more than parsing it.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TEXT_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TEXT_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_RECORD_TEXT_H
+#define GUIDESCREEN_CODEC_DESCRIBE_RECORD_TEXT_H
 
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
 
-#include "field_table.h"
+#include "describe/field_table.h"
 
 namespace gsc::fields {
 
@@ -50,4 +50,4 @@ class StreamedRecordPrinter {
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_RECORD_TEXT_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_RECORD_TEXT_H

@@ -1,11 +1,11 @@
-#include "operations_table.h"
+#include "describe/operations_table.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
+#include "describe/record_tables.h"
 #include "guidescreen_codec.h"
-#include "record_tables.h"
 
 namespace gsc::fields {
 
@@ -211,12 +211,13 @@ Operation Op(const char* name, const char* request_keys, const char* answer_keys
              const RecordTable& request, const RecordTable& answer, std::string request_sample,
              std::string answer_sample) {
   if (request.size != sizeof(In) || answer.size != sizeof(Out)) {
-    std::fprintf(stderr, "gscodec: the tables of %s do not match its records\n", name);
+    std::fprintf(stderr, "guidescreen_codec: the tables of %s do not match its records\n", name);
     std::abort();
   }
   // The names are the library's (gsc_operation_name), for the same records.
   if (gsc_request_size(name) != sizeof(In) || gsc_answer_size(name) != sizeof(Out)) {
-    std::fprintf(stderr, "gscodec: the library knows no operation %s with these records\n", name);
+    std::fprintf(stderr,
+                 "guidescreen_codec: the library knows no operation %s with these records\n", name);
     std::abort();
   }
   return {name,

@@ -1,4 +1,4 @@
-#include "json_printer.h"
+#include "describe/json_printer.h"
 
 #include <json/writer.h>
 

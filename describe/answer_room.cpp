@@ -1,4 +1,4 @@
-#include "answer_room.h"
+#include "describe/answer_room.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,9 +1,9 @@
-// How gscodec prints JSON: indented by two spaces, an object or array kept on its line when it
-// fits in 96 columns, ", " and ": " between items, texts as UTF-8 with JSON's own escapes. Built
-// for answers of tens of megabytes: each value is formatted once, and whether it fits on a line
-// is found without formatting more than a line of it.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_JSON_PRINTER_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_JSON_PRINTER_H
+// How the field-named form is printed: indented by two spaces, an object or array kept on its line
+// when it fits in 96 columns, ", " and ": " between items, texts as UTF-8 with JSON's own escapes.
+// Built for answers of tens of megabytes: each value is formatted once, and whether it fits on a
+// line is found without formatting more than a line of it.
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_JSON_PRINTER_H
+#define GUIDESCREEN_CODEC_DESCRIBE_JSON_PRINTER_H
 
 #include <json/value.h>
 
@@ -27,4 +27,4 @@ constexpr size_t kLineWidth = 96;
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_JSON_PRINTER_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_JSON_PRINTER_H

@@ -1,11 +1,11 @@
-#include "field_table.h"
+#include "describe/field_table.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 #include <utility>
 
-#include "field_access.h"
+#include "describe/field_access.h"
 #include "guidescreen_codec/capi.h"
 
 namespace gsc::fields {

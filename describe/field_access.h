@@ -1,12 +1,12 @@
 // Reading and writing the fields of a record at any address: every value is copied with memcpy,
 // so a record may sit 4 but not 8 aligned inside an element buffer.
-#ifndef GUIDESCREEN_CODEC_TOOLS_GSCODEC_FIELD_ACCESS_H
-#define GUIDESCREEN_CODEC_TOOLS_GSCODEC_FIELD_ACCESS_H
+#ifndef GUIDESCREEN_CODEC_DESCRIBE_FIELD_ACCESS_H
+#define GUIDESCREEN_CODEC_DESCRIBE_FIELD_ACCESS_H
 
 #include <cstdint>
 #include <cstring>
 
-#include "field_table.h"
+#include "describe/field_table.h"
 
 namespace gsc::fields {
 
@@ -45,4 +45,4 @@ inline int TagOf(const RecordTable& header, ConstBytes entry) {
 
 }  // namespace gsc::fields
 
-#endif  // GUIDESCREEN_CODEC_TOOLS_GSCODEC_FIELD_ACCESS_H
+#endif  // GUIDESCREEN_CODEC_DESCRIBE_FIELD_ACCESS_H
