@@ -1,6 +1,7 @@
 #include "capi/boundary.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace gsc::capi {
@@ -36,6 +37,16 @@ void WriteMessage(char* out, size_t capacity, int status, const std::string& det
       !detail.empty() && Append(out, capacity, &used, ": "))
     Append(out, capacity, &used, detail.c_str());
   out[used] = '\0';
+}
+
+int CheckRecord(const void* record, size_t size, size_t alignment) noexcept {
+  if (record == nullptr) return GSC_STATUS_INVALID_ARGUMENT;
+  // Alignment is a property of the address as a number.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
+  if (reinterpret_cast<uintptr_t>(record) % alignment != 0) return GSC_STATUS_INVALID_ARGUMENT;
+  uint32_t dwSize = 0;
+  std::memcpy(&dwSize, record, sizeof dwSize);
+  return dwSize == size ? GSC_STATUS_OK : GSC_STATUS_WRONG_RECORD_SIZE;
 }
 
 int WriteText(const std::string& text, char* out, size_t capacity, size_t* length) noexcept {

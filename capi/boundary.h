@@ -42,6 +42,10 @@ void WriteMessage(char* out, size_t capacity, int status, const std::string& det
 // fit. The size protocol of every function that hands out JSON text.
 int WriteText(const std::string& text, char* out, size_t capacity, size_t* length) noexcept;
 
+// The checks every function makes before touching a caller's record: its address suits its type
+// and its leading dwSize is `size`. GSC_STATUS_OK, or the status that says which does not hold.
+int CheckRecord(const void* record, size_t size, size_t alignment) noexcept;
+
 }  // namespace gsc::capi
 
 #endif  // GUIDESCREEN_CODEC_CAPI_BOUNDARY_H

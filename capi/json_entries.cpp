@@ -15,18 +15,6 @@
 namespace gsc::capi {
 namespace {
 
-// The checks both directions make before touching a record: its address suits its type and its
-// leading dwSize names the operation's record.
-int CheckRecord(const void* record, size_t size, size_t alignment) {
-  if (record == nullptr) return GSC_STATUS_INVALID_ARGUMENT;
-  // Alignment is a property of the address as a number.
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
-  if (reinterpret_cast<uintptr_t>(record) % alignment != 0) return GSC_STATUS_INVALID_ARGUMENT;
-  uint32_t dwSize = 0;
-  std::memcpy(&dwSize, record, sizeof dwSize);
-  return dwSize == size ? GSC_STATUS_OK : GSC_STATUS_WRONG_RECORD_SIZE;
-}
-
 // The failed conversion a report ends with, for a message: where, then JsonCpp's reason.
 std::string FailedConversion(const gsc::Report& report) {
   const gsc::Finding& failed = report.findings().back();

@@ -22,6 +22,8 @@ extern "C" const char* gsc_status_message(int status) {
       return "out of memory";
     case GSC_STATUS_INTERNAL_ERROR:
       return "internal error";
+    case GSC_STATUS_INVALID_FIELDS:
+      return "the field-named form does not describe the record";
     default:
       return "unknown status";
   }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <stdexcept>
 
 #if defined(__SANITIZE_ADDRESS__)
 #define GSC_ARENA_ASAN 1
@@ -74,6 +75,15 @@ unsigned char* Arena::Map(size_t bytes) {
 }
 
 unsigned char* Arena::Allocate(size_t bytes) {
+  const size_t rounded = RoundUp(bytes ? bytes : 1);
+  if (storage_ != nullptr) {
+    if (rounded > storage_size_ - used_) throw std::length_error("arena storage is full");
+    unsigned char* block = storage_ + used_;
+    std::memset(block, 0, rounded);
+    used_ += rounded;
+    return block;
+  }
+  used_ += rounded;
   if (bytes >= kLargeBlock) return Map(bytes);
   blocks_.reserve(blocks_.size() + 1);
   // malloc promises only what the ABI's fundamental types need (8 bytes on ILP32 targets), so

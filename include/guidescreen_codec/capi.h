@@ -48,6 +48,10 @@ extern "C" {
 #define GSC_STATUS_OUT_OF_MEMORY 7
 /* Anything else that went wrong inside the library. */
 #define GSC_STATUS_INTERNAL_ERROR 8
+/* A field-named form does not describe the record: an unknown field, a value of the wrong type or
+ * out of range, a text longer than its field; the message names the field by its path
+ * ("stuInfo.stuProgrammes[0].szFoo"). */
+#define GSC_STATUS_INVALID_FIELDS 9
 
 /* A short English description of `status` ("unknown operation"); "unknown status" for a value
  * that is none of the above. The text is static. */
@@ -185,6 +189,89 @@ GSC_API void gsc_release_json_buffers(void);
  * its values, a text without terminator). */
 GSC_API int gsc_serialize_json_report(const char* operation, const void* in_record, char* json,
                                       size_t capacity, size_t* length, gsc_report* report);
+
+/* ---- Records in field-named form ------------------------------------------------------------ */
+/* The field-named form of a record is a JSON object keyed by the record's field names, the text
+ * `gscodec decode` prints and `gscodec encode` reads: texts as JSON texts, numbers and booleans as
+ * they are, an enumeration as {"value": v, "name": "EM_..."} (read back from that object, from the
+ * name alone or from the value alone), nested records as objects, fixed arrays and caller arrays as
+ * arrays up to their counts, and a window's element buffer ("pElementsBuf") as an array of
+ * entries {"emElementType": ..., "record": {...}}. dwSize, reserved bytes and pointers are not
+ * shown; capacities and buffer lengths are.
+ *
+ * Reading a form: fields it leaves out are zero, a count it leaves out beside its array is the
+ * array's length, and dwSize is set. Caller arrays and element buffers are laid out by the
+ * library, in memory the call owns (gsc_encode_fields) or the caller gives
+ * (gsc_record_from_fields). An unknown field, a duplicate name, a value of the wrong type or out of
+ * range, or a text longer than its field gives GSC_STATUS_INVALID_FIELDS, its path in the message.
+ *
+ * Forms are written as UTF-8 JSON, indented by two spaces, an object or array kept on one line
+ * when it fits; a text field's bytes are written as they stand (JSON's own escapes aside), so a
+ * field holding bytes that are not UTF-8 gives text that is not UTF-8 either. */
+
+/* A flag of gsc_decode_fields and gsc_record_to_fields: secret texts (szPassword) are written as
+ * "***" (an empty one stays empty). Without it every field is written as stored: the form is the
+ * record's data, not a display. */
+#define GSC_HIDE_SECRETS 2u
+
+/* Which record of an operation a function reads or writes: the input record (tagNET_IN_...) or the
+ * output record (tagNET_OUT_...). */
+#define GSC_REQUEST_RECORD 0
+#define GSC_ANSWER_RECORD 1
+
+/* gsc_decode_fields' room: as many records per caller array, or as many bytes per element buffer,
+ * as the answer needs (the distinct members of its "infos" object; the longest "Elements" array
+ * anywhere in it, in entries of the largest kind). */
+#define GSC_ROOM_FOR_ALL 0xFFFFFFFFu
+
+/* The request text of `operation` for the input record written in field-named form `fields`
+ * (`fields_length` bytes, strict JSON as gsc_deserialize_json takes it): the record is read from
+ * the form, its caller arrays and element buffers laid out for the call, and serialize's reporting
+ * overload writes the request into `json` as gsc_serialize_json writes it, with its size protocol
+ * (`capacity`, `*length`, GSC_STATUS_BUFFER_TOO_SMALL). `report` (may be NULL) is cleared, then
+ * receives what the record held that the request could not send. A form that is not JSON gives
+ * GSC_STATUS_MALFORMED_JSON, one that does not describe the record GSC_STATUS_INVALID_FIELDS; the
+ * message (`message`, `message_capacity` bytes, as gsc_deserialize_json writes it) says where. */
+GSC_API int gsc_encode_fields(const char* operation, const char* fields, size_t fields_length,
+                              char* json, size_t capacity, size_t* length, gsc_report* report,
+                              char* message, size_t message_capacity);
+
+/* The output record of `operation` that the answer `answer` (`answer_length` bytes) gives, in
+ * field-named form: a zeroed record with dwSize set, caller arrays of `capacity` records each and
+ * element buffers of `element_buffer` bytes each (GSC_ROOM_FOR_ALL: room for everything the answer
+ * holds), read by gsc_deserialize_json_report with `flags` (GSC_SKIP_FAILURES, GSC_HIDE_SECRETS),
+ * then written into `fields` with the size protocol of gsc_serialize_json (`fields_capacity`,
+ * `*fields_length`). The call allocates the record's memory itself and frees it before it returns.
+ * `report` (may be NULL) receives the findings as gsc_deserialize_json_report gives them. Text that
+ * is not JSON (GSC_STATUS_MALFORMED_JSON) or a failed conversion that stopped the reading
+ * (GSC_STATUS_CONVERSION_FAILED) writes no form, and the message says where. A capacity above
+ * 1,048,576 records or an element buffer above 64 MiB (other than GSC_ROOM_FOR_ALL) gives
+ * GSC_STATUS_INVALID_ARGUMENT. */
+GSC_API int gsc_decode_fields(const char* operation, const char* answer, size_t answer_length,
+                              uint32_t capacity, uint32_t element_buffer, unsigned flags,
+                              char* fields, size_t fields_capacity, size_t* fields_length,
+                              gsc_report* report, char* message, size_t message_capacity);
+
+/* The record `record` of `operation` (`which`: GSC_REQUEST_RECORD or GSC_ANSWER_RECORD) in
+ * field-named form, into `fields` with the size protocol of gsc_serialize_json. Its dwSize must be
+ * the record's size (GSC_STATUS_WRONG_RECORD_SIZE). Caller arrays are read up to their counts
+ * and capacities, element buffers up to their counts and lengths; a null pointer is written as
+ * null. Flags: GSC_HIDE_SECRETS. */
+GSC_API int gsc_record_to_fields(const char* operation, int which, const void* record,
+                                 unsigned flags, char* fields, size_t capacity, size_t* length);
+
+/* Fills the record `record` (`record_size` bytes, at least the record's size, aligned for it) of
+ * `operation` (`which` as above) from its field-named form `fields` (`fields_length` bytes). The
+ * record is zeroed first; its caller arrays and element buffers are laid out in `storage`
+ * (`storage_capacity` bytes, aligned to 16 bytes, the caller's, as long as the record is used),
+ * and the bytes they take go to `*storage_used` (may be NULL). When they do not fit,
+ * GSC_STATUS_BUFFER_TOO_SMALL is returned, `*storage_used` holds the bytes needed and neither the
+ * record nor the storage is touched: call with storage NULL and capacity 0 to learn the size.
+ * Errors in the form as gsc_encode_fields gives them, with the record untouched. */
+GSC_API int gsc_record_from_fields(const char* operation, int which, const char* fields,
+                                   size_t fields_length, void* record, size_t record_size,
+                                   void* storage, size_t storage_capacity, size_t* storage_used,
+                                   char* message, size_t message_capacity);
 
 /* ---- Element buffers ------------------------------------------------------------------------- */
 /* A window's element buffer holds entries end to end: a tagNET_ELEMENT_COMMON_INFO header (132
