@@ -119,6 +119,14 @@ void FromJson(const RecordTable& table, const Json::Value& form, void* record, A
 // `room.elements_buffer` bytes with their lengths, all allocated from `arena`.
 void Prepare(const RecordTable& table, void* record, Arena& arena, const Room& room);
 
+// Brings the record at `record` back to what a prepared record holds before any read: every field
+// zero but dwSize (of the record and of records inside it: the caller's), the pointers to caller
+// arrays and element buffers, and the capacities and lengths that bound them. The records of its
+// caller arrays, up to their capacities, are reset the same way, and its element buffers are zeroed
+// over their lengths, since a read merges into what a buffer holds. Touches nothing beyond those
+// capacities and lengths.
+void ResetForRead(const RecordTable& table, void* record);
+
 // ---- Describing fields (used by the record tables) -------------------------------------------
 
 // A field of type T at `offset`: the kind follows from the type (texts, numbers, booleans);

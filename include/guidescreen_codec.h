@@ -16,6 +16,7 @@
 
 #ifdef __cplusplus
 #include "guidescreen_codec/json_text.h"
+#include "guidescreen_codec/listing_room.h"
 #include "guidescreen_codec/operations.h"
 #include "guidescreen_codec/record_codecs.h"
 #endif

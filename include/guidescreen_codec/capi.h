@@ -334,6 +334,37 @@ GSC_API int gsc_element_append(unsigned char* buffer, uint32_t length, uint32_t*
 GSC_API int gsc_element_next(const unsigned char* buffer, uint32_t length, uint32_t* offset,
                              EM_ELEMENT_TYPE* kind, void* record, size_t record_capacity);
 
+/* ---- Room for answers ------------------------------------------------------------------------ */
+/* A listing's programmes each need an element buffer in every window before a read: these size
+ * and attach them from one block of the caller's storage, and make a record ready for the next
+ * read without losing what is attached. */
+
+/* Bytes of storage that give `programmes` programmes an element buffer of `entries_per_window`
+ * entries (gsc_element_buffer_size(entries_per_window) bytes) in each of their GSC_MAX_WINDOWS
+ * windows; SIZE_MAX when that does not fit a size_t. */
+GSC_API size_t gsc_element_storage_size(uint32_t programmes, uint32_t entries_per_window);
+
+/* Attaches an element buffer to every window of the `count` programmes at `programmes`: each
+ * window in turn gets the next gsc_element_buffer_size(entries_per_window) bytes of `storage` as
+ * pElementsBuf, that size as nElementsBufLen, and an nElementsNum of 0; nothing else of the
+ * records changes, and the storage is not written. Storage of fewer than
+ * gsc_element_storage_size(count, entries_per_window) bytes gives GSC_STATUS_BUFFER_TOO_SMALL with
+ * nothing attached. A null `programmes` (with a count above 0) or `storage` (with buffers to
+ * give), or buffers of 4 GiB or more each, give GSC_STATUS_INVALID_ARGUMENT. For
+ * GET_PROGRAMME_BYID, pass &out.stuProgramme and a count of 1. */
+GSC_API int gsc_attach_element_buffers(tagNET_PROGRAMME_INFO* programmes, uint32_t count,
+                                       uint32_t entries_per_window, unsigned char* storage,
+                                       size_t storage_size);
+
+/* Makes the output record `out_record` of `operation` ready for the next read, as a zero-filled
+ * record prepared by its caller would be: every field zero but the dwSize fields, the pointers to
+ * caller arrays and element buffers, and the capacities and lengths that bound them (nMaxInfosNum,
+ * nMaxPlanNum, nElementsBufLen). The records of its caller arrays are made ready the same way up
+ * to their capacities, and its element buffers are zeroed over their lengths, since a read merges
+ * into what an element buffer holds. Its dwSize must be gsc_answer_size(operation)
+ * (GSC_STATUS_WRONG_RECORD_SIZE otherwise). */
+GSC_API int gsc_reset_answer(const char* operation, void* out_record);
+
 #ifdef __cplusplus
 } /* extern "C" */
 #endif
