@@ -27,21 +27,14 @@ namespace {
 constexpr uint32_t kMostRecords = uint32_t{1} << 20;
 constexpr uint32_t kMostBufferBytes = uint32_t{1} << 26;
 
-// Both views of the operation `name` names: its codecs at this boundary and its records' tables.
-struct Found {
-  const Operation* op = nullptr;
-  const fields::Operation* described = nullptr;
-};
-
-int Find(const char* name, Found& found, std::string& detail) {
+int Find(const char* name, const Operation*& found, std::string& detail) {
   if (name == nullptr) return GSC_STATUS_INVALID_ARGUMENT;
-  found.op = FindOperation(name);
-  if (found.op == nullptr) {
+  found = FindOperation(name);
+  if (found == nullptr) {
     detail = UnknownOperation(name);
     return GSC_STATUS_UNKNOWN_OPERATION;
   }
-  found.described = fields::FindOperation(found.op->name);
-  return found.described != nullptr ? GSC_STATUS_OK : GSC_STATUS_INTERNAL_ERROR;
+  return GSC_STATUS_OK;
 }
 
 // A field-named form's text as a tree: strict JSON, as answers are read, and no name twice, since
@@ -76,20 +69,20 @@ const fields::RecordTable* TableOf(const fields::Operation& op, int which) {
 int EncodeFields(const char* name, const char* text, size_t text_length, char* json,
                  size_t capacity, size_t* length, gsc::Report& report, std::string& detail) {
   if (json == nullptr && capacity > 0) return GSC_STATUS_INVALID_ARGUMENT;
-  Found found;
+  const Operation* found = nullptr;
   if (const int status = Find(name, found, detail)) return status;
   Json::Value form;
   if (const int status = ParseForm(text, text_length, form, detail)) return status;
   fields::Arena arena;
-  unsigned char* record = arena.Allocate(found.described->request->size);
+  unsigned char* record = arena.Allocate(found->request->size);
   try {
-    fields::FromJson(*found.described->request, form, record, arena);
+    fields::FromJson(*found->request, form, record, arena);
   } catch (const fields::FieldError& e) {
     detail = e.what();
     return GSC_STATUS_INVALID_FIELDS;
   }
   Json::Value params(Json::objectValue);
-  if (!found.op->serialize(record, params, report)) {
+  if (!found->serialize(record, params, &report)) {
     const gsc::Finding& failed = report.findings().back();
     detail = failed.path + ": " + failed.detail;
     return GSC_STATUS_CONVERSION_FAILED;
@@ -105,7 +98,7 @@ int DecodeFields(const char* name, const char* answer, size_t answer_length, uin
       (capacity != GSC_ROOM_FOR_ALL && capacity > kMostRecords) ||
       (element_buffer != GSC_ROOM_FOR_ALL && element_buffer > kMostBufferBytes))
     return GSC_STATUS_INVALID_ARGUMENT;
-  Found found;
+  const Operation* found = nullptr;
   if (const int status = Find(name, found, detail)) return status;
   const std::string_view text(answer == nullptr ? "" : answer, answer_length);
   fields::Room room{capacity, element_buffer};
@@ -115,7 +108,7 @@ int DecodeFields(const char* name, const char* answer, size_t answer_length, uin
     if (element_buffer == GSC_ROOM_FOR_ALL) room.elements_buffer = all.elements_buffer;
   }
   const std::unique_ptr<fields::Received> received =
-      fields::ReceiveText(*found.described, text, room, &report);
+      fields::ReceiveText(*found, text, room, &report);
   if (!report.empty()) {
     const gsc::Finding& last = report.findings().back();
     if (last.kind == gsc::FindingKind::kJsonMalformed) {
@@ -130,8 +123,8 @@ int DecodeFields(const char* name, const char* answer, size_t answer_length, uin
   }
   fields::ShowOptions options;
   options.show_secrets = (flags & GSC_HIDE_SECRETS) == 0;
-  return WriteText(fields::RecordText(*found.described->answer, received->record, options), out,
-                   out_capacity, out_length);
+  return WriteText(fields::RecordText(*found->answer, received->record, options), out, out_capacity,
+                   out_length);
 }
 
 int RecordToFields(const char* name, int which, const void* record, unsigned flags, char* out,
@@ -139,9 +132,9 @@ int RecordToFields(const char* name, int which, const void* record, unsigned fla
   if ((out == nullptr && capacity > 0) || (flags & ~GSC_HIDE_SECRETS) != 0)
     return GSC_STATUS_INVALID_ARGUMENT;
   std::string detail;
-  Found found;
+  const Operation* found = nullptr;
   if (const int status = Find(name, found, detail)) return status;
-  const fields::RecordTable* table = TableOf(*found.described, which);
+  const fields::RecordTable* table = TableOf(*found, which);
   if (table == nullptr) return GSC_STATUS_INVALID_ARGUMENT;
   if (const int status = CheckRecord(record, table->size, table->alignment)) return status;
   fields::ShowOptions options;
@@ -156,9 +149,9 @@ int RecordFromFields(const char* name, int which, const char* text, size_t text_
       // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): an address as a number
       reinterpret_cast<uintptr_t>(storage) % 16 != 0)
     return GSC_STATUS_INVALID_ARGUMENT;
-  Found found;
+  const Operation* found = nullptr;
   if (const int status = Find(name, found, detail)) return status;
-  const fields::RecordTable* table = TableOf(*found.described, which);
+  const fields::RecordTable* table = TableOf(*found, which);
   if (table == nullptr || record_size < table->size ||
       // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): an address as a number
       reinterpret_cast<uintptr_t>(record) % table->alignment != 0)

@@ -29,9 +29,9 @@ int Serialize(const char* name, const void* in, char* json, size_t capacity, siz
     detail = UnknownOperation(name);
     return GSC_STATUS_UNKNOWN_OPERATION;
   }
-  if (const int status = CheckRecord(in, op->request_size, op->request_alignment)) return status;
+  if (const int status = CheckRecord(in, op->request->size, op->request->alignment)) return status;
   Json::Value params(Json::objectValue);
-  if (!op->serialize(in, params, report)) {
+  if (!op->serialize(in, params, &report)) {
     detail = FailedConversion(report);
     return GSC_STATUS_CONVERSION_FAILED;
   }
@@ -47,9 +47,9 @@ int Deserialize(const char* name, const char* json, size_t length, void* out, un
     detail = UnknownOperation(name);
     return GSC_STATUS_UNKNOWN_OPERATION;
   }
-  if (const int status = CheckRecord(out, op->answer_size, op->answer_alignment)) return status;
+  if (const int status = CheckRecord(out, op->answer->size, op->answer->alignment)) return status;
   const std::string_view text(json == nullptr ? "" : json, length);
-  if (op->deserialize_json(text, out, report)) return GSC_STATUS_OK;
+  if (op->deserialize_json(text, out, &report)) return GSC_STATUS_OK;
   // A reader that returns false has said why in the report's last finding.
   if (report.empty()) return GSC_STATUS_INTERNAL_ERROR;
   const gsc::Finding& last = report.findings().back();

@@ -59,9 +59,9 @@ extern "C" int gsc_reset_answer(const char* operation, void* out_record) {
     if (op == nullptr)
       return operation == nullptr ? GSC_STATUS_INVALID_ARGUMENT : GSC_STATUS_UNKNOWN_OPERATION;
     if (const int status =
-            gsc::capi::CheckRecord(out_record, op->answer_size, op->answer_alignment))
+            gsc::capi::CheckRecord(out_record, op->answer->size, op->answer->alignment))
       return status;
-    gsc::fields::ResetForRead(*gsc::fields::FindOperation(op->name)->answer, out_record);
+    gsc::fields::ResetForRead(*op->answer, out_record);
     return GSC_STATUS_OK;
   });
 }

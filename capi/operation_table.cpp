@@ -6,24 +6,8 @@
 #include <iterator>
 #include <utility>
 
-#include "guidescreen_codec/json_text.h"
-#include "guidescreen_codec/operations.h"
-
 namespace gsc::capi {
 namespace {
-
-// Every call of the C interface into a codec passes through these two thunks, to the reporting
-// overloads: a conversion JsonCpp refuses, and text that is not JSON, come back as findings
-// instead of exceptions. Answers are read from their text where it lies, without a tree.
-template <typename In>
-bool SerializeFrom(const void* in, Json::Value& params, gsc::Report& report) {
-  return serialize(*static_cast<const In*>(in), params, report);
-}
-
-template <typename Out>
-bool DeserializeTextInto(std::string_view text, void* out, gsc::Report& report) {
-  return gsc::deserialize_json(text, *static_cast<Out*>(out), report);
-}
 
 // Names compared as the C interface and gscodec take them: in any case.
 bool SameName(const char* typed, const char* name) {
@@ -55,59 +39,13 @@ size_t EditDistance(const std::string& a, const std::string& b) {
   return row[b.size()];
 }
 
-template <typename In, typename Out>
-constexpr Operation Op(const char* name) {
-  return {name,
-          sizeof(In),
-          alignof(In),
-          sizeof(Out),
-          alignof(Out),
-          &SerializeFrom<In>,
-          &DeserializeTextInto<Out>};
-}
-
-constexpr Operation kOperations[] = {
-    Op<tagNET_IN_SET_GUIDESCREEN_CFG, tagNET_OUT_SET_GUIDESCREEN_CFG>("SET_GUIDESCREEN_CFG"),
-    Op<tagNET_IN_GET_GUIDESCREEN_CFG_BYID, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>(
-        "GET_GUIDESCREEN_CFG_BYID"),
-    Op<tagNET_IN_GET_ALL_GUIDESCREEN_CFG, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>(
-        "GET_ALL_GUIDESCREEN_CFG"),
-    Op<tagNET_IN_SET_GD_STATUS, tagNET_OUT_SET_GD_STATUS>("SET_GD_STATUS"),
-    Op<tagNET_IN_GET_PROGRAMME_BYID, tagNET_OUT_GET_PROGRAMME_BYID>("GET_PROGRAMME_BYID"),
-    Op<tagNET_IN_GET_ALL_PROGRAMMES, tagNET_OUT_GET_ALL_PROGRAMMES>("GET_ALL_PROGRAMMES"),
-    Op<tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>(
-        "GET_ALL_BRIEFLYPROGRAMMES"),
-    Op<tagNET_IN_ADD_ONE_PROGRAMME, tagNET_OUT_ADD_ONE_PROGRAMME>("ADD_ONE_PROGRAMME"),
-    Op<tagNET_IN_MODIFY_ONE_PROGRAMME, tagNET_OUT_MODIFY_ONE_PROGRAMME>("MODIFY_ONE_PROGRAMME"),
-    Op<tagNET_IN_DEL_PROGRAMMES, tagNET_OUT_DEL_PROGRAMMES>("DEL_PROGRAMMES"),
-    Op<tagNET_IN_GET_ALL_PROGRAMMEPLANS, tagNET_OUT_GET_ALL_PROGRAMMEPLANS>(
-        "GET_ALL_PROGRAMMEPLANS"),
-    Op<tagNET_IN_GET_PROGRAMMEPLAN_BYID, tagNET_OUT_GET_PROGRAMMEPLAN_BYID>(
-        "GET_PROGRAMMEPLAN_BYID"),
-    Op<tagNET_IN_ADD_IMME_PROGRAMMEPLAN, tagNET_OUT_ADD_PROGRAMMEPLAN>("ADD_IMME_PROGRAMMEPLAN"),
-    Op<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN, tagNET_OUT_ADD_PROGRAMMEPLAN>("ADD_TIMER_PROGRAMMEPLAN"),
-    Op<tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN, tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>(
-        "MODIFY_IMME_PROGRAMMEPLAN"),
-    Op<tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN, tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>(
-        "MODIFY_TIMER_PROGRAMMEPLAN"),
-    Op<tagNET_IN_DEL_PROGRAMMEPLANS, tagNET_OUT_DEL_PROGRAMMEPLANS>("DEL_PROGRAMMEPLANS"),
-};
-
 }  // namespace
-
-const Operation* Operations() {
-  return kOperations;
-}
-
-size_t OperationCount() {
-  return sizeof kOperations / sizeof kOperations[0];
-}
 
 const Operation* FindOperation(const char* name) {
   if (name == nullptr) return nullptr;
-  const auto* found = std::find_if(std::begin(kOperations), std::end(kOperations),
-                                   [name](const Operation& op) { return SameName(name, op.name); });
-  return found != std::end(kOperations) ? found : nullptr;
+  for (const Operation& op : fields::Operations())
+    if (SameName(name, op.name)) return &op;
+  return nullptr;
 }
 
 std::vector<const Operation*> SimilarOperations(const char* name) {
@@ -117,12 +55,12 @@ std::vector<const Operation*> SimilarOperations(const char* name) {
   // A third of the name's length in edits, at least two: close enough to be a slip.
   const size_t most = std::max<size_t>(2, wanted.size() / 3);
   std::vector<std::pair<size_t, const Operation*>> close;
-  for (const Operation& op : kOperations) {
+  for (const Operation& op : fields::Operations()) {
     const size_t distance = EditDistance(wanted, op.name);
     if (distance <= most) close.emplace_back(distance, &op);
   }
   if (close.empty() && wanted.size() >= 3) {
-    for (const Operation& op : kOperations)
+    for (const Operation& op : fields::Operations())
       if (std::strstr(op.name, wanted.c_str()) != nullptr) close.emplace_back(0, &op);
   }
   std::stable_sort(close.begin(), close.end(),

@@ -1,4 +1,5 @@
-// The seventeen operations as the field-named form knows them: names, JSON keys, record tables,
+// The library's one list of the seventeen operations, which the C interface, gscodec, the fuzzers
+// and the tests all take theirs from: names, JSON keys, record tables,
 // embedded samples and the library's serialize/deserialize pair behind each.
 #ifndef GUIDESCREEN_CODEC_DESCRIBE_OPERATIONS_TABLE_H
 #define GUIDESCREEN_CODEC_DESCRIBE_OPERATIONS_TABLE_H
