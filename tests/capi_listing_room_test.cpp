@@ -1,6 +1,7 @@
 // Room for reading answers: element buffers attached from one block of storage, and records made
 // ready for the next read, so that a poll reads each answer as a fresh record would.
 #include <cstring>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -133,8 +134,9 @@ TEST(ListingRoom, ResetNeedsTheOperationsRecord) {
 // Every output record: its sample read in, then reset, is a zeroed record of its size again (none
 // has arrays attached here, so every byte the read wrote must go).
 template <typename Out>
-void ExpectResetToFresh(const char* operation) {
+void ExpectResetToFresh(const char* operation, std::set<std::string>& covered) {
   SCOPED_TRACE(operation);
+  covered.insert(gsc::fields::FindOperation(operation)->answer->name);
   Out out = {};
   out.dwSize = sizeof out;
   ASSERT_TRUE(gsc::deserialize_json(gsc::fields::FindOperation(operation)->answer_sample, out));
@@ -145,22 +147,28 @@ void ExpectResetToFresh(const char* operation) {
 }
 
 TEST(ListingRoom, EveryOutputRecordResetsToAFreshOne) {
-  ExpectResetToFresh<tagNET_OUT_SET_GUIDESCREEN_CFG>("SET_GUIDESCREEN_CFG");
-  ExpectResetToFresh<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>("GET_GUIDESCREEN_CFG_BYID");
-  ExpectResetToFresh<tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>("GET_ALL_GUIDESCREEN_CFG");
-  ExpectResetToFresh<tagNET_OUT_SET_GD_STATUS>("SET_GD_STATUS");
-  ExpectResetToFresh<tagNET_OUT_GET_PROGRAMME_BYID>("GET_PROGRAMME_BYID");
-  ExpectResetToFresh<tagNET_OUT_GET_ALL_PROGRAMMES>("GET_ALL_PROGRAMMES");
-  ExpectResetToFresh<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>("GET_ALL_BRIEFLYPROGRAMMES");
-  ExpectResetToFresh<tagNET_OUT_ADD_ONE_PROGRAMME>("ADD_ONE_PROGRAMME");
-  ExpectResetToFresh<tagNET_OUT_MODIFY_ONE_PROGRAMME>("MODIFY_ONE_PROGRAMME");
-  ExpectResetToFresh<tagNET_OUT_DEL_PROGRAMMES>("DEL_PROGRAMMES");
-  ExpectResetToFresh<tagNET_OUT_GET_ALL_PROGRAMMEPLANS>("GET_ALL_PROGRAMMEPLANS");
-  ExpectResetToFresh<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>("GET_PROGRAMMEPLAN_BYID");
-  ExpectResetToFresh<tagNET_OUT_ADD_PROGRAMMEPLAN>("ADD_IMME_PROGRAMMEPLAN");
-  ExpectResetToFresh<tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>("MODIFY_IMME_PROGRAMMEPLAN");
-  ExpectResetToFresh<tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>("MODIFY_TIMER_PROGRAMMEPLAN");
-  ExpectResetToFresh<tagNET_OUT_DEL_PROGRAMMEPLANS>("DEL_PROGRAMMEPLANS");
+  std::set<std::string> covered;
+  ExpectResetToFresh<tagNET_OUT_SET_GUIDESCREEN_CFG>("SET_GUIDESCREEN_CFG", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>("GET_GUIDESCREEN_CFG_BYID", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>("GET_ALL_GUIDESCREEN_CFG", covered);
+  ExpectResetToFresh<tagNET_OUT_SET_GD_STATUS>("SET_GD_STATUS", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_PROGRAMME_BYID>("GET_PROGRAMME_BYID", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_ALL_PROGRAMMES>("GET_ALL_PROGRAMMES", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>("GET_ALL_BRIEFLYPROGRAMMES", covered);
+  ExpectResetToFresh<tagNET_OUT_ADD_ONE_PROGRAMME>("ADD_ONE_PROGRAMME", covered);
+  ExpectResetToFresh<tagNET_OUT_MODIFY_ONE_PROGRAMME>("MODIFY_ONE_PROGRAMME", covered);
+  ExpectResetToFresh<tagNET_OUT_DEL_PROGRAMMES>("DEL_PROGRAMMES", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_ALL_PROGRAMMEPLANS>("GET_ALL_PROGRAMMEPLANS", covered);
+  ExpectResetToFresh<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>("GET_PROGRAMMEPLAN_BYID", covered);
+  ExpectResetToFresh<tagNET_OUT_ADD_PROGRAMMEPLAN>("ADD_IMME_PROGRAMMEPLAN", covered);
+  ExpectResetToFresh<tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>("MODIFY_IMME_PROGRAMMEPLAN", covered);
+  ExpectResetToFresh<tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>("MODIFY_TIMER_PROGRAMMEPLAN", covered);
+  ExpectResetToFresh<tagNET_OUT_DEL_PROGRAMMEPLANS>("DEL_PROGRAMMEPLANS", covered);
+  // A new operation's output record needs its overload, and its line here.
+  std::set<std::string> answers;
+  for (const gsc::fields::Operation& op : gsc::fields::Operations())
+    answers.insert(op.answer->name);
+  EXPECT_EQ(answers, covered);
 }
 
 }  // namespace
