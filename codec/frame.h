@@ -4,7 +4,8 @@
 // Reading rules (the record is never cleared; what the JSON does not carry keeps its value):
 //   ...IfPresent  read only when the member is present and not null;
 //   Read...       read always: a missing member converts as JSON null (0, false, 0.0).
-// Readers take the object's Members (walked once against its key table); writers take an Out,
+// Readers take the object's Members (walked once against its key table) and a key made with
+// GSC_KEY, which must be in that table or the reader does not compile; writers take an Out,
 // the object being written. Both carry the context: Silent for the plain overloads, Reporting
 // for the reporting ones, which also hold the path of each step and note what a conversion lost.
 // Writing rules: members are created with non-const access under static keys (every key is a
@@ -55,6 +56,11 @@ TextValue Member(const TextValue& object, const char (&key)[K]) {
 template <size_t K>
 Segment KeySegment(const char (&key)[K]) {
   return Segment::Member(key, K - 1);
+}
+template <typename Key>
+Segment KeySegment(Key key) {
+  static_assert(kIsKeyName<Key>, "a step names its key with GSC_KEY(\"...\")");
+  return KeySegment(key());
 }
 
 // ---- Counts ----------------------------------------------------------------------------------
@@ -126,8 +132,8 @@ template <typename V>
 ArrayCursor(const V&, uint32_t) -> ArrayCursor<V>;
 
 // A text read only when present: GetJsonString into the whole field.
-template <typename C, const auto& Table, typename V, size_t K, size_t F>
-void ReadTextIfPresent(const Members<C, Table, V>& object, const char (&key)[K], char (&field)[F]) {
+template <typename C, const auto& Table, typename V, typename Key, size_t F>
+void ReadTextIfPresent(const Members<C, Table, V>& object, Key key, char (&field)[F]) {
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
   const auto& member = object[key];
   if (member.isNull()) return;
@@ -136,8 +142,8 @@ void ReadTextIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
 }
 
 // A text read always: a missing or null member stores an empty text.
-template <typename C, const auto& Table, typename V, size_t K, size_t F>
-void ReadText(const Members<C, Table, V>& object, const char (&key)[K], char (&field)[F]) {
+template <typename C, const auto& Table, typename V, typename Key, size_t F>
+void ReadText(const Members<C, Table, V>& object, Key key, char (&field)[F]) {
   static_assert(F <= 0x7FFFFFFF, "field length must fit GetJsonString's int");
   const auto& member = object[key];
   GetText(member, field, static_cast<int>(F), true);
@@ -172,16 +178,16 @@ int32_t ReadInt(C& context, const Segment& at, const V& value) {
 
 // A number always read with asInt (missing gives 0); an unsigned field stores the signed value's
 // bits (-1 becomes 4294967295).
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadNumber(const Members<C, Table, V>& object, const char (&key)[K], uint32_t& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadNumber(const Members<C, Table, V>& object, Key key, uint32_t& field) {
   field = static_cast<uint32_t>(ReadInt(object.context(), KeySegment(key), object[key]));
 }
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadNumber(const Members<C, Table, V>& object, const char (&key)[K], int32_t& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadNumber(const Members<C, Table, V>& object, Key key, int32_t& field) {
   field = ReadInt(object.context(), KeySegment(key), object[key]);
 }
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadReal(const Members<C, Table, V>& object, const char (&key)[K], double& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadReal(const Members<C, Table, V>& object, Key key, double& field) {
   const auto& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
   if constexpr (C::kReporting) NoteReal(object.context(), member);
@@ -199,14 +205,14 @@ bool ReadBoolInto(C& context, const Segment& at, const V& value, bool& field) {
 }
 
 // A boolean always read (missing gives false) or only when present.
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadBool(const Members<C, Table, V>& object, const char (&key)[K], bool& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadBool(const Members<C, Table, V>& object, Key key, bool& field) {
   bool value = false;  // what null reads as
   ReadBoolInto(object.context(), KeySegment(key), object[key], value);
   field = value;
 }
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadBoolIfPresent(const Members<C, Table, V>& object, const char (&key)[K], bool& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadBoolIfPresent(const Members<C, Table, V>& object, Key key, bool& field) {
   const auto& member = object[key];
   if (!member.isNull()) ReadBoolInto(object.context(), KeySegment(key), member, field);
 }
@@ -232,23 +238,23 @@ void ReadEnumValue(C& context, const Segment& at, const V& value, Enum& field,
 }
 
 // An enumeration read without a presence test: a missing member reads as JSON 0 and stores 1.
-template <int N, typename C, const auto& Table, typename V, typename Enum, size_t K>
-void ReadEnum(const Members<C, Table, V>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename V, typename Enum, typename Key>
+void ReadEnum(const Members<C, Table, V>& object, Key key, Enum& field) {
   field = static_cast<Enum>(0);
   ReadEnumValue<N>(object.context(), KeySegment(key), object[key], field);
 }
 
 // An enumeration read with a presence test: a missing member stores 0.
-template <int N, typename C, const auto& Table, typename V, typename Enum, size_t K>
-void ReadEnumIfPresent(const Members<C, Table, V>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename V, typename Enum, typename Key>
+void ReadEnumIfPresent(const Members<C, Table, V>& object, Key key, Enum& field) {
   field = static_cast<Enum>(0);
   const auto& member = object[key];
   if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field, true);
 }
 
 // An enumeration that keeps the caller's value when the member is missing or null.
-template <int N, typename C, const auto& Table, typename V, typename Enum, size_t K>
-void ReadEnumOrKeep(const Members<C, Table, V>& object, const char (&key)[K], Enum& field) {
+template <int N, typename C, const auto& Table, typename V, typename Enum, typename Key>
+void ReadEnumOrKeep(const Members<C, Table, V>& object, Key key, Enum& field) {
   const auto& member = object[key];
   if (!member.isNull()) ReadEnumValue<N>(object.context(), KeySegment(key), member, field, true);
 }
@@ -276,18 +282,16 @@ bool ReadFourInts(C& context, const V& source, const char* what, int32_t& a, int
 
 // Rectangles, colours, times and dates are read only when present; a malformed rectangle or
 // colour leaves the field as it was, a malformed time or date sets what the scan reached.
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadRectIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
-                       tagNET_RECT& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadRectIfPresent(const Members<C, Table, V>& object, Key key, tagNET_RECT& field) {
   const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
   ReadFourInts(object.context(), member, "rectangle", field.nLeft, field.nTop, field.nRight,
                field.nBottom);
 }
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadColorIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
-                        tagQX_COLOR_RGBA& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadColorIfPresent(const Members<C, Table, V>& object, Key key, tagQX_COLOR_RGBA& field) {
   const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
@@ -295,9 +299,8 @@ void ReadColorIfPresent(const Members<C, Table, V>& object, const char (&key)[K]
                field.nAlpha);
 }
 // The text of an array or object has no conversion: when skipped, the field is left as for null.
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadTimeIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
-                       tagNET_TIME_OF_DAY& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadTimeIfPresent(const Members<C, Table, V>& object, Key key, tagNET_TIME_OF_DAY& field) {
   const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
@@ -308,9 +311,8 @@ void ReadTimeIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
   }
   if constexpr (C::kReporting) NoteScan(object.context(), member, scan, "time of day");
 }
-template <typename C, const auto& Table, typename V, size_t K>
-void ReadDateIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
-                       tagNET_DATE_INFO& field) {
+template <typename C, const auto& Table, typename V, typename Key>
+void ReadDateIfPresent(const Members<C, Table, V>& object, Key key, tagNET_DATE_INFO& field) {
   const auto& member = object[key];
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
@@ -324,8 +326,8 @@ void ReadDateIfPresent(const Members<C, Table, V>& object, const char (&key)[K],
 
 // The object under `key` for a step that reads it only when present: null when missing, or when
 // it is no object and the report skips failures (noted under the key's path).
-template <typename C, const auto& Table, typename V, size_t K>
-ValueRef<V> ObjectIfPresent(const Members<C, Table, V>& object, const char (&key)[K]) {
+template <typename C, const auto& Table, typename V, typename Key>
+ValueRef<V> ObjectIfPresent(const Members<C, Table, V>& object, Key key) {
   const auto& member = object[key];
   if (member.isNull()) return member;
   Step<C> step(object.context(), KeySegment(key));
@@ -333,8 +335,8 @@ ValueRef<V> ObjectIfPresent(const Members<C, Table, V>& object, const char (&key
 }
 
 // An object read only when present and not null: read(member) runs under the member's path.
-template <typename C, const auto& Table, typename V, size_t K, typename ReadBody>
-void ReadObjectIfPresent(const Members<C, Table, V>& object, const char (&key)[K], ReadBody read) {
+template <typename C, const auto& Table, typename V, typename Key, typename ReadBody>
+void ReadObjectIfPresent(const Members<C, Table, V>& object, Key key, ReadBody read) {
   const auto& member = ObjectIfPresent(object, key);
   if (member.isNull()) return;
   Step<C> step(object.context(), KeySegment(key));
@@ -351,8 +353,8 @@ Members<C, Nested, V> NestedMembers(C& context, const char (&key)[K], const V& m
 }
 
 // An object read always: a missing one is read as null, whose members all read as null.
-template <typename C, const auto& Table, typename V, size_t K, typename ReadBody>
-void ReadObject(const Members<C, Table, V>& object, const char (&key)[K], ReadBody read) {
+template <typename C, const auto& Table, typename V, typename Key, typename ReadBody>
+void ReadObject(const Members<C, Table, V>& object, Key key, ReadBody read) {
   const auto& member = object[key];
   Step<C> step(object.context(), KeySegment(key));
   read(ObjectOrNull(object.context(), member));
@@ -361,9 +363,9 @@ void ReadObject(const Members<C, Table, V>& object, const char (&key)[K], ReadBo
 // An array read only when present, not null and an array: `count` becomes its size clamped to
 // the capacity of `array`, and read(element, entry) runs for the first `count` elements.
 // Otherwise count and elements keep their values.
-template <typename C, const auto& Table, typename V, size_t K, typename T, size_t Cap,
+template <typename C, const auto& Table, typename V, typename Key, typename T, size_t Cap,
           typename ReadElement>
-void ReadArrayIfPresent(const Members<C, Table, V>& object, const char (&key)[K], uint32_t& count,
+void ReadArrayIfPresent(const Members<C, Table, V>& object, Key key, uint32_t& count,
                         T (&array)[Cap], ReadElement read) {
   const auto& member = object[key];
   if (!member.isArray()) {
@@ -613,7 +615,7 @@ template <typename C, typename V, typename Record, typename Read, typename HandO
 uint32_t ReadKeyedCollectionInBatches(const V& result, uint32_t capacity, uint32_t room,
                                       Record*& records, C& context, Read read, HandOver handOver) {
   const auto object = MembersOf<kKeyedResultKeys>(result, context);
-  const auto& infos = object["infos"];
+  const auto& infos = object[GSC_KEY("infos")];
   Step<C> step(context, KeySegment("infos"));
   uint32_t count = 0;
   uint32_t first = 0;

@@ -8,7 +8,6 @@
 
 #include <json/value.h>
 
-#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -72,19 +71,29 @@ struct KeyTable {
   };
   Key keys[N];
 
-  // How many keys are `length` bytes long, and the first of them (N when none is).
-  constexpr size_t CountOfLength(size_t length) const {
-    size_t count = 0;
-    for (size_t i = 0; i < N; ++i) count += keys[i].length == length ? 1 : 0;
-    return count;
-  }
-  constexpr size_t FirstOfLength(size_t length) const {
+  // The index of `name`, or N when it is not one of the keys; for the steps, at compile time.
+  constexpr size_t IndexOf(const char* name, size_t length) const {
     for (size_t i = 0; i < N; ++i) {
-      if (keys[i].length == length) return i;
+      if (CompareNames(keys[i].name, keys[i].length, name, length) == 0) return i;
     }
     return N;
   }
 };
+
+// The key of a step: GSC_KEY("FontSize"). A literal passed as an argument is no constant
+// expression inside the callee, so the step would find its key in the table only at run time; a
+// stateless lambda returning it is, so a step whose key the object does not know fails to compile.
+// ("" refuses anything but a literal.)
+#define GSC_KEY(name) ([]() -> const auto& { return "" name; })
+
+// Whether `Key` is what GSC_KEY makes: a callable returning a literal.
+template <typename Key, typename = void>
+constexpr bool kIsKeyName = false;
+template <typename Key>
+constexpr bool kIsKeyName<
+    Key,
+    std::enable_if_t<std::is_array_v<std::remove_reference_t<std::invoke_result_t<const Key&>>>>> =
+    true;
 
 // The table of `names`, given in any order (codecs list them in the order of their steps).
 template <size_t... K>
@@ -147,8 +156,7 @@ inline size_t FindKey(const char* name, size_t length, size_t hint = 0) {
 // what JsonCpp's lookup raises for it, at that step (or, when the report skips failures, `json`
 // is noted once and read as null: see ObjectOrNull).
 //
-// The table is a template argument so that a step finds its slot at compile time: among the
-// table's keys, only those as long as the step's literal can be it, and most lengths occur once.
+// The table is a template argument so that a step finds its slot at compile time.
 template <typename Context, const auto& Table, typename V = Json::Value>
 class Members {
   static constexpr size_t N = std::remove_reference_t<decltype(Table)>::kSize;
@@ -162,27 +170,34 @@ class Members {
     if (json_.isObject()) Walk();
   }
 
-  // The member under `key` (a literal of the table), null when missing.
-  template <size_t K>
-  ValueRef<V> operator[](const char (&key)[K]) const {
-    if (json_.isObject()) {
-      constexpr uint64_t kOne = 1;
-      const size_t slot = Slot<K - 1>(key);
-      if ((found_ & (kOne << slot)) == 0) return ValueTraits<V>::Null();
-      const auto* member = slots_[slot];
-      if constexpr (kText) {
-        return TextValue(json_.document(), member);
-      } else {
-        return *member;
+  // The member under `key` (GSC_KEY of one of the table's keys), null when missing.
+  template <typename Key>
+  ValueRef<V> operator[](Key key) const {
+    static_assert(kIsKeyName<Key>, "a step names its key with GSC_KEY(\"...\")");
+    // Calling the lambda reads none of the parameter's state, so this is a constant expression.
+    constexpr const auto& name = key();
+    constexpr size_t length = sizeof name - 1;
+    constexpr size_t slot = Table.IndexOf(name, length);
+    static_assert(slot < N, "the key is missing from the object's key table");
+    // (Guarded so that a missing key fails with the assertion alone.)
+    if constexpr (slot < N) {
+      if (json_.isObject()) {
+        if ((found_ & (uint64_t{1} << slot)) == 0) return ValueTraits<V>::Null();
+        const auto* member = slots_[slot];
+        if constexpr (kText) {
+          return TextValue(json_.document(), member);
+        } else {
+          return *member;
+        }
       }
     }
     // Null has no members; any other type throws from JsonCpp's own lookup.
     if constexpr (kText) {
       TextValue member;
-      json_.find(key, key + (K - 1), member);
+      json_.find(name, name + length, member);
       return member;
     } else {
-      const Json::Value* member = json_.find(key, key + (K - 1));
+      const Json::Value* member = json_.find(name, name + length);
       return member != nullptr ? *member : Json::Value::nullSingleton();
     }
   }
@@ -190,25 +205,6 @@ class Members {
   Context& context() const { return context_; }
 
  private:
-  template <size_t Length>
-  static size_t Slot(const char* key) {
-    constexpr size_t first = Table.FirstOfLength(Length);
-    static_assert(first < N, "no key of the object's table is as long as this one");
-    if constexpr (Table.CountOfLength(Length) == 1) {
-      assert(std::memcmp(Table.keys[first].name, key, Length) == 0 &&
-             "the key is missing from the object's key table");
-      return first;
-    } else {
-      for (size_t i = first; i < N; ++i) {
-        if (Table.keys[i].length == Length && std::memcmp(Table.keys[i].name, key, Length) == 0) {
-          return i;
-        }
-      }
-      assert(false && "the key is missing from the object's key table");
-      return first;
-    }
-  }
-
   void Walk() {
     if constexpr (kText) {
       WalkText();

@@ -24,32 +24,32 @@ constexpr auto kSunTimeKeys = Keys("Sunrise", "Sunset");
 template <typename V, typename C>
 void ReadTime(const V& json, tagNET_GUIDESCREEN_TIME_INFO& time, C& context) {
   const auto object = MembersOf<kTimeKeys>(json, context);
-  ReadBoolIfPresent(object, "Enable", time.bEnable);
-  ReadEnum<kDateTypeValues>(object, "DateType", time.emDateType);
-  ReadArrayIfPresent(object, "PlayDates", time.nPlayDatesNum, time.nPlayDates,
+  ReadBoolIfPresent(object, GSC_KEY("Enable"), time.bEnable);
+  ReadEnum<kDateTypeValues>(object, GSC_KEY("DateType"), time.emDateType);
+  ReadArrayIfPresent(object, GSC_KEY("PlayDates"), time.nPlayDatesNum, time.nPlayDates,
                      [&](const auto& date, uint32_t& field) {
                        field = static_cast<uint32_t>(ReadInt(context, date));
                      });
-  ReadTimeIfPresent(object, "OpenTime", time.stuOpenTime);
-  ReadTimeIfPresent(object, "CloseTime", time.stuCloseTime);
+  ReadTimeIfPresent(object, GSC_KEY("OpenTime"), time.stuOpenTime);
+  ReadTimeIfPresent(object, GSC_KEY("CloseTime"), time.stuCloseTime);
 }
 
 template <typename V, typename C>
 void ReadSplitScreen(const V& json, tagNET_GUIDESCREEN_SPLITSCREEN_INFO& screen, C& context) {
   const auto object = MembersOf<kSplitScreenKeys>(json, context);
-  ReadTextIfPresent(object, "ScreenId", screen.szScreenId);
-  ReadRectIfPresent(object, "Rect", screen.stuRect);
-  ReadNumber(object, "ChildScreenBright", screen.nChildScreenBright);
+  ReadTextIfPresent(object, GSC_KEY("ScreenId"), screen.szScreenId);
+  ReadRectIfPresent(object, GSC_KEY("Rect"), screen.stuRect);
+  ReadNumber(object, GSC_KEY("ChildScreenBright"), screen.nChildScreenBright);
 }
 
 // All twelve sun entries are read whatever the array's size; missing ones read as 0.
 template <typename V, typename C>
 void ReadAutoBright(const V& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, C& context) {
   const auto object = MembersOf<kAutoBrightKeys>(json, context);
-  ReadBool(object, "Enable", bright.bEnable);
-  ReadNumber(object, "LightBright", bright.nLightBright);
-  ReadNumber(object, "DarkBright", bright.nDarkBright);
-  const auto& times = object["Time"];
+  ReadBool(object, GSC_KEY("Enable"), bright.bEnable);
+  ReadNumber(object, GSC_KEY("LightBright"), bright.nLightBright);
+  ReadNumber(object, GSC_KEY("DarkBright"), bright.nDarkBright);
+  const auto& times = object[GSC_KEY("Time")];
   if (!times.isArray()) {
     if constexpr (C::kReporting) {
       if (!times.isNull()) NoteMalformed(context, KeySegment("Time"), times, "an array");
@@ -64,8 +64,8 @@ void ReadAutoBright(const V& json, tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, 
   for (uint32_t i = 0; i < kSunEntries; ++i) {
     Step<C> entry(context, Segment::Index(i));
     const auto sun = MembersOf<kSunTimeKeys>(element.At(i), context);
-    ReadNumber(sun, "Sunrise", bright.stuTime[i].nSunrise);
-    ReadNumber(sun, "Sunset", bright.stuTime[i].nSunset);
+    ReadNumber(sun, GSC_KEY("Sunrise"), bright.stuTime[i].nSunrise);
+    ReadNumber(sun, GSC_KEY("Sunset"), bright.stuTime[i].nSunset);
   }
 }
 
@@ -111,21 +111,21 @@ void PacketAutoBright(const tagNET_GUIDESCREEN_AUTO_BRIGHT_INFO& bright, const O
 template <typename V, typename C>
 void ReadGuidScreenAttribute(const V& json, tagNET_GUIDESCREEN_ATTRIBUTE_INFO& info, C& context) {
   const auto object = MembersOf<kScreenKeys>(json, context);
-  ReadTextIfPresent(object, "ID", info.szID);
-  ReadEnumIfPresent<kStatusValues>(object, "Status", info.emStatus);
-  ReadBoolIfPresent(object, "IsForeverOpen", info.bIsForeverOpen);
-  ReadArrayIfPresent(object, "Time", info.nTimeNum, info.stuTime,
+  ReadTextIfPresent(object, GSC_KEY("ID"), info.szID);
+  ReadEnumIfPresent<kStatusValues>(object, GSC_KEY("Status"), info.emStatus);
+  ReadBoolIfPresent(object, GSC_KEY("IsForeverOpen"), info.bIsForeverOpen);
+  ReadArrayIfPresent(object, GSC_KEY("Time"), info.nTimeNum, info.stuTime,
                      [&](const auto& time, auto& entry) { ReadTime(time, entry, context); });
-  ReadNumber(object, "Bright", info.nBright);
-  ReadNumber(object, "Contrast", info.nContrast);
-  ReadNumber(object, "Saturation", info.nSaturation);
-  ReadNumber(object, "Width", info.nWidth);
-  ReadNumber(object, "Height", info.nHeight);
-  ReadNumber(object, "Volume", info.nVolume);
+  ReadNumber(object, GSC_KEY("Bright"), info.nBright);
+  ReadNumber(object, GSC_KEY("Contrast"), info.nContrast);
+  ReadNumber(object, GSC_KEY("Saturation"), info.nSaturation);
+  ReadNumber(object, GSC_KEY("Width"), info.nWidth);
+  ReadNumber(object, GSC_KEY("Height"), info.nHeight);
+  ReadNumber(object, GSC_KEY("Volume"), info.nVolume);
   ReadArrayIfPresent(
-      object, "SplitScreenList", info.nSplitScreenListNum, info.stuSplitScreenList,
+      object, GSC_KEY("SplitScreenList"), info.nSplitScreenListNum, info.stuSplitScreenList,
       [&](const auto& screen, auto& entry) { ReadSplitScreen(screen, entry, context); });
-  ReadObjectIfPresent(object, "AutoBright", [&](const auto& bright) {
+  ReadObjectIfPresent(object, GSC_KEY("AutoBright"), [&](const auto& bright) {
     ReadAutoBright(bright, info.stuAutoBright, context);
   });
 }

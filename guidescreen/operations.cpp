@@ -53,7 +53,7 @@ void WriteScreens(const tagNET_IN_SET_GUIDESCREEN_CFG& in, Json::Value& params, 
 template <typename V, typename C>
 void ReadScreenById(const V& result, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out, C& context) {
   const auto object = MembersOf<kScreenByIdResultKeys>(result, context);
-  ReadObject(object, "DisplayScreenCfg",
+  ReadObject(object, GSC_KEY("DisplayScreenCfg"),
              [&](const auto& screen) { ReadGuidScreenAttribute(screen, out.stuInfo, context); });
 }
 

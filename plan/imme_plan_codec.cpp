@@ -16,12 +16,12 @@ template <typename V, typename C>
 void ReadPlan(const V& json, tagNET_IMMEDIATELY_PLAN_INFO& info, C& context) {
   const auto plan = MembersOf<kImmePlanKeys>(json, context);
   ReadPlanHeader(plan, info);
-  ReadObjectIfPresent(plan, "Immediately", [&](const auto& block) {
+  ReadObjectIfPresent(plan, GSC_KEY("Immediately"), [&](const auto& block) {
     const auto immediately = MembersOf<kImmediatelyKeys>(block, context);
-    ReadBool(immediately, "Enable", info.bEnable);
-    ReadNumber(immediately, "PlayTime", info.nPlayTime);
-    ReadTextIfPresent(immediately, "ProgrammeName", info.szProgrammeName);
-    ReadTextIfPresent(immediately, "ProgrammeID", info.szProgrammeID);
+    ReadBool(immediately, GSC_KEY("Enable"), info.bEnable);
+    ReadNumber(immediately, GSC_KEY("PlayTime"), info.nPlayTime);
+    ReadTextIfPresent(immediately, GSC_KEY("ProgrammeName"), info.szProgrammeName);
+    ReadTextIfPresent(immediately, GSC_KEY("ProgrammeID"), info.szProgrammeID);
   });
 }
 

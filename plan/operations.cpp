@@ -60,7 +60,7 @@ void ReadAllPlans(const V& result, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out, C& co
   PlanArray<tagNET_IMMEDIATELY_PLAN_INFO> imme(out.pstuImmePlans, out.nMaxPlanNum);
   PlanArray<tagNET_TIMER_PLAN_INFO> timer(out.pstuTimerPlans, out.nMaxPlanNum);
   const auto object = MembersOf<kKeyedResultKeys>(result, context);
-  const auto& infos = object["infos"];
+  const auto& infos = object[GSC_KEY("infos")];
   Step<C> step(context, KeySegment("infos"));
   // One array filling up must not end the walk: later plans of the other kind still fit.
   ForEachKeyedMember(context, infos, [&](const auto& member, const char* name, const char* end) {
@@ -90,7 +90,7 @@ void WritePlanId(const tagNET_IN_GET_PROGRAMMEPLAN_BYID& in, Json::Value& params
 template <typename V, typename C>
 void ReadPlanById(const V& result, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out, C& context) {
   const auto object = MembersOf<kPlanResultKeys>(result, context);
-  ReadObject(object, "ProgrammePlan", [&](const auto& plan) {
+  ReadObject(object, GSC_KEY("ProgrammePlan"), [&](const auto& plan) {
     out.emPlanType = EM_PROGRAMMEPLAN_TYPE_UNKNOWN;
     out.emPlanType = ReadPlanType(plan, context);
     if (out.emPlanType == EM_PROGRAMMEPLAN_TYPE_IMMEDIATELY)
@@ -109,7 +109,7 @@ void WriteAddedPlan(const In& in, Json::Value& params, C& context) {
 template <typename V, typename C>
 void ReadAddedPlan(const V& result, tagNET_OUT_ADD_PROGRAMMEPLAN& out, C& context) {
   const auto object = MembersOf<kAddedPlanResultKeys>(result, context);
-  ReadText(object, "ProgrammePlanID", out.szProgrammePlanID);
+  ReadText(object, GSC_KEY("ProgrammePlanID"), out.szProgrammePlanID);
 }
 
 // The device finds the plan by the top-level ID; the plan object repeats it as "PlanID", where

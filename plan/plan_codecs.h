@@ -29,9 +29,9 @@ void PacketPlan(const tagNET_TIMER_PLAN_INFO& info, const codec::Out<Context>& p
 // The three texts that open both plan kinds, laid out and coded alike.
 template <typename C, const auto& Table, typename V, typename Plan>
 void ReadPlanHeader(const codec::Members<C, Table, V>& plan, Plan& info) {
-  codec::ReadTextIfPresent(plan, "PlanName", info.szPlanName);
-  codec::ReadTextIfPresent(plan, "PlanID", info.szPlanID);
-  codec::ReadTextIfPresent(plan, "SplitScreenID", info.szSplitScreenID);
+  codec::ReadTextIfPresent(plan, GSC_KEY("PlanName"), info.szPlanName);
+  codec::ReadTextIfPresent(plan, GSC_KEY("PlanID"), info.szPlanID);
+  codec::ReadTextIfPresent(plan, GSC_KEY("SplitScreenID"), info.szSplitScreenID);
 }
 
 // The shared texts followed by the plan's own kind.

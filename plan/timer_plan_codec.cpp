@@ -21,11 +21,11 @@ constexpr auto kPlanProgrammeKeys =
 template <typename V, typename C>
 void ReadPlanProgramme(const V& json, tagNET_PLAN_PROGRAMME_INFO& programme, C& context) {
   const auto object = MembersOf<kPlanProgrammeKeys>(json, context);
-  ReadTextIfPresent(object, "ProgrammeID", programme.szProgrammeID);
-  ReadTextIfPresent(object, "ProgrammeName", programme.szProgrammeName);
-  ReadBool(object, "IsBgProgramme", programme.bIsBgProgramme);
-  ReadTimeIfPresent(object, "StartTime", programme.stuStartTime);
-  ReadTimeIfPresent(object, "EndTime", programme.stuEndTime);
+  ReadTextIfPresent(object, GSC_KEY("ProgrammeID"), programme.szProgrammeID);
+  ReadTextIfPresent(object, GSC_KEY("ProgrammeName"), programme.szProgrammeName);
+  ReadBool(object, GSC_KEY("IsBgProgramme"), programme.bIsBgProgramme);
+  ReadTimeIfPresent(object, GSC_KEY("StartTime"), programme.stuStartTime);
+  ReadTimeIfPresent(object, GSC_KEY("EndTime"), programme.stuEndTime);
 }
 
 template <typename C>
@@ -43,29 +43,29 @@ template <typename V, typename C>
 void ReadPlan(const V& json, tagNET_TIMER_PLAN_INFO& info, C& context) {
   const auto plan = MembersOf<kTimerPlanKeys>(json, context);
   ReadPlanHeader(plan, info);
-  const auto& timerObject = ObjectIfPresent(plan, "Timer");
+  const auto& timerObject = ObjectIfPresent(plan, GSC_KEY("Timer"));
   if (timerObject.isNull()) return;
   // The opinion sits beside "Timer", in the middle of its steps; a plan without a "Timer"
   // carries no review to read.
   const auto timer = NestedMembers<kTimerKeys>(context, "Timer", timerObject);
   {
     const Step<C> step(context, KeySegment("Timer"));
-    ReadEnum<kPeriodTypes>(timer, "PeriodType", info.emPeriodType);
-    ReadArrayIfPresent(timer, "PlayDates", info.nPlayDatesNum, info.nPlayDates,
+    ReadEnum<kPeriodTypes>(timer, GSC_KEY("PeriodType"), info.emPeriodType);
+    ReadArrayIfPresent(timer, GSC_KEY("PlayDates"), info.nPlayDatesNum, info.nPlayDates,
                        [&](const auto& date, uint32_t& field) {
                          field = static_cast<uint32_t>(ReadInt(context, date));
                        });
-    ReadObject(timer, "CustomPlayDate", [&](const auto& dates) {
+    ReadObject(timer, GSC_KEY("CustomPlayDate"), [&](const auto& dates) {
       const auto customDates = MembersOf<kCustomDateKeys>(dates, context);
-      ReadDateIfPresent(customDates, "PlayStartDate", info.stuPlayStartDate);
-      ReadDateIfPresent(customDates, "PlayEndDate", info.stuPlayEndDate);
+      ReadDateIfPresent(customDates, GSC_KEY("PlayStartDate"), info.stuPlayStartDate);
+      ReadDateIfPresent(customDates, GSC_KEY("PlayEndDate"), info.stuPlayEndDate);
     });
-    ReadEnum<kReviewStates>(timer, "ReviewState", info.emReviewState);
+    ReadEnum<kReviewStates>(timer, GSC_KEY("ReviewState"), info.emReviewState);
   }
-  ReadTextIfPresent(plan, "ReviewOpinion", info.szReviewOpinion);
+  ReadTextIfPresent(plan, GSC_KEY("ReviewOpinion"), info.szReviewOpinion);
   const Step<C> step(context, KeySegment("Timer"));
-  ReadBool(timer, "Overdue", info.bOverdue);
-  ReadArrayIfPresent(timer, "Programmes", info.nProgrammesNum, info.stuProgrammes,
+  ReadBool(timer, GSC_KEY("Overdue"), info.bOverdue);
+  ReadArrayIfPresent(timer, GSC_KEY("Programmes"), info.nProgrammesNum, info.stuProgrammes,
                      [&](const auto& programme, tagNET_PLAN_PROGRAMME_INFO& entry) {
                        ReadPlanProgramme(programme, entry, context);
                      });

@@ -28,10 +28,10 @@ template <typename V, typename C>
 void ReadElement(const V& json, tagNET_VIDEO_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kVideoElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "Video", [&](const auto& kindObject) {
+  ReadObject(object, GSC_KEY("Video"), [&](const auto& kindObject) {
     const auto video = MembersOf<kVideoKeys>(kindObject, context);
-    ReadTextIfPresent(video, "Path", info.szPath);
-    ReadNumber(video, "PlayCount", info.nPlayCount);
+    ReadTextIfPresent(video, GSC_KEY("Path"), info.szPath);
+    ReadNumber(video, GSC_KEY("PlayCount"), info.nPlayCount);
   });
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
@@ -49,15 +49,15 @@ template <typename V, typename C>
 void ReadElement(const V& json, tagNET_PICTURE_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kPictureElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "Picture", [&](const auto& kindObject) {
+  ReadObject(object, GSC_KEY("Picture"), [&](const auto& kindObject) {
     const auto picture = MembersOf<kPictureKeys>(kindObject, context);
-    ReadTextIfPresent(picture, "Path", info.szPath);
-    ReadNumber(picture, "PlayTime", info.nPlayTime);
-    ReadNumber(picture, "PlayCount", info.nPlayCount);
-    ReadNumber(picture, "Diaphaneity", info.nDiaphaneity);
-    ReadNumber(picture, "StayTime", info.nStayTime);
-    ReadEnum<kStyleValues>(picture, "EnterStyle", info.emEnterStyle);
-    ReadEnum<kStyleValues>(picture, "ExitStyle", info.emExitStyle);
+    ReadTextIfPresent(picture, GSC_KEY("Path"), info.szPath);
+    ReadNumber(picture, GSC_KEY("PlayTime"), info.nPlayTime);
+    ReadNumber(picture, GSC_KEY("PlayCount"), info.nPlayCount);
+    ReadNumber(picture, GSC_KEY("Diaphaneity"), info.nDiaphaneity);
+    ReadNumber(picture, GSC_KEY("StayTime"), info.nStayTime);
+    ReadEnum<kStyleValues>(picture, GSC_KEY("EnterStyle"), info.emEnterStyle);
+    ReadEnum<kStyleValues>(picture, GSC_KEY("ExitStyle"), info.emExitStyle);
   });
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
@@ -81,7 +81,8 @@ template <typename V, typename C>
 void ReadElement(const V& json, tagNET_TEXT_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kTextElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "Text", [&](const auto& text) { ReadTextBlock(text, info.stuText, context); });
+  ReadObject(object, GSC_KEY("Text"),
+             [&](const auto& text) { ReadTextBlock(text, info.stuText, context); });
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }
 
@@ -111,15 +112,15 @@ template <typename V, typename C>
 void ReadElement(const V& json, tagNET_CAPTURE_ELEMENT_INFO& info, C& context) {
   const auto object = MembersOf<kCaptureElementKeys>(json, context);
   ReadElementHead(object, info.szName, info.bFillerState);
-  ReadObject(object, "DeviceInfo", [&](const auto& kindObject) {
+  ReadObject(object, GSC_KEY("DeviceInfo"), [&](const auto& kindObject) {
     const auto device = MembersOf<kDeviceKeys>(kindObject, context);
-    ReadTextIfPresent(device, "UserName", info.szUserName);
-    ReadTextIfPresent(device, "Password", info.szPassword);
-    ReadTextIfPresent(device, "IP", info.szIP);
-    ReadNumber(device, "Port", info.nPort);
-    ReadNumber(device, "Channel", info.nChannel);
-    ReadEnum<kCaptureTypeValues>(device, "CaptureType", info.emCaptureType);
-    ReadNumber(device, "PlayTime", info.nPlayTime);
+    ReadTextIfPresent(device, GSC_KEY("UserName"), info.szUserName);
+    ReadTextIfPresent(device, GSC_KEY("Password"), info.szPassword);
+    ReadTextIfPresent(device, GSC_KEY("IP"), info.szIP);
+    ReadNumber(device, GSC_KEY("Port"), info.nPort);
+    ReadNumber(device, GSC_KEY("Channel"), info.nChannel);
+    ReadEnum<kCaptureTypeValues>(device, GSC_KEY("CaptureType"), info.emCaptureType);
+    ReadNumber(device, GSC_KEY("PlayTime"), info.nPlayTime);
   });
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }

@@ -33,8 +33,8 @@ constexpr int32_t JsonElementType(EM_ELEMENT_TYPE kind) {
 template <typename C, const auto& Table, typename V>
 void ReadElementHead(const codec::Members<C, Table, V>& object, char (&name)[64],
                      bool& fillerState) {
-  codec::ReadTextIfPresent(object, "Name", name);
-  codec::ReadBool(object, "FillerState", fillerState);
+  codec::ReadTextIfPresent(object, GSC_KEY("Name"), name);
+  codec::ReadBool(object, GSC_KEY("FillerState"), fillerState);
 }
 
 // A "Note" array replaces the count (clamped to 4) and merges into the first notes; anything
@@ -42,7 +42,7 @@ void ReadElementHead(const codec::Members<C, Table, V>& object, char (&name)[64]
 template <typename C, const auto& Table, typename V>
 void ReadNoteList(const codec::Members<C, Table, V>& object, uint32_t& noteNum,
                   tagNET_GUIDESCREEN_NOTE_INFO (&notes)[kMaxNotes]) {
-  codec::ReadArrayIfPresent(object, "Note", noteNum, notes,
+  codec::ReadArrayIfPresent(object, GSC_KEY("Note"), noteNum, notes,
                             [&](const auto& note, tagNET_GUIDESCREEN_NOTE_INFO& info) {
                               ReadNote(note, info, object.context());
                             });

@@ -27,11 +27,11 @@ constexpr auto kAddedProgrammeResultKeys = Keys("ProgrammeID");
 template <typename V, typename C>
 void ReadBriefProgramme(const V& json, tagNET_BRIEFLY_PROGRAMME_INFO& info, C& context) {
   const auto object = MembersOf<kBriefProgrammeKeys>(json, context);
-  ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
-  ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
-  ReadEnumOrKeep<kProgrammeTypeValues>(object, "ProgrammeType", info.emProgrammeType);
-  ReadBool(object, "Enable", info.bEnable);
-  ReadBool(object, "TempletState", info.bTempletState);
+  ReadTextIfPresent(object, GSC_KEY("ProgrammeName"), info.szProgrammeName);
+  ReadTextIfPresent(object, GSC_KEY("ProgrammeID"), info.szProgrammeID);
+  ReadEnumOrKeep<kProgrammeTypeValues>(object, GSC_KEY("ProgrammeType"), info.emProgrammeType);
+  ReadBool(object, GSC_KEY("Enable"), info.bEnable);
+  ReadBool(object, GSC_KEY("TempletState"), info.bTempletState);
 }
 
 template <typename C>
@@ -42,7 +42,7 @@ void WriteProgrammeId(const tagNET_IN_GET_PROGRAMME_BYID& in, Json::Value& param
 template <typename V, typename C>
 void ReadProgrammeById(const V& result, tagNET_OUT_GET_PROGRAMME_BYID& out, C& context) {
   const auto object = MembersOf<kProgrammeResultKeys>(result, context);
-  ReadObject(object, "Programme",
+  ReadObject(object, GSC_KEY("Programme"),
              [&](const auto& programme) { ReadProgramme(programme, out.stuProgramme, context); });
 }
 
@@ -71,7 +71,7 @@ void WriteAddedProgramme(const tagNET_IN_ADD_ONE_PROGRAMME& in, Json::Value& par
 template <typename V, typename C>
 void ReadAddedProgramme(const V& result, tagNET_OUT_ADD_ONE_PROGRAMME& out, C& context) {
   const auto object = MembersOf<kAddedProgrammeResultKeys>(result, context);
-  ReadText(object, "ProgrammeID", out.szProgrammeID);
+  ReadText(object, GSC_KEY("ProgrammeID"), out.szProgrammeID);
 }
 
 // The device finds the programme by the top-level ID; the copy inside "Programme" is part of the

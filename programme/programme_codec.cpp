@@ -22,7 +22,7 @@ constexpr auto kWindowKeys = Keys("WinID", "BackgroundColor", "Volume", "Diaphan
 template <typename C, const auto& Table, typename V>
 void ReadElementsIfPresent(const Members<C, Table, V>& object,
                            tagNET_PROGRAMME_WINDOW_INFO& window) {
-  const auto& elements = object["Elements"];
+  const auto& elements = object[GSC_KEY("Elements")];
   if (!elements.isArray()) {
     if constexpr (C::kReporting) {
       if (!elements.isNull()) {
@@ -39,13 +39,13 @@ void ReadElementsIfPresent(const Members<C, Table, V>& object,
 template <typename V, typename C>
 void ReadWindow(const V& json, tagNET_PROGRAMME_WINDOW_INFO& window, C& context) {
   const auto object = MembersOf<kWindowKeys>(json, context);
-  ReadTextIfPresent(object, "WinID", window.szWinID);
-  ReadColorIfPresent(object, "BackgroundColor", window.stuBackgroundColor);
-  ReadNumber(object, "Volume", window.nVolume);
-  ReadNumber(object, "Diaphaneity", window.nDiaphaneity);
-  ReadEnum<kTourPeriodValues>(object, "TourPeriod", window.emTourPeriod);
+  ReadTextIfPresent(object, GSC_KEY("WinID"), window.szWinID);
+  ReadColorIfPresent(object, GSC_KEY("BackgroundColor"), window.stuBackgroundColor);
+  ReadNumber(object, GSC_KEY("Volume"), window.nVolume);
+  ReadNumber(object, GSC_KEY("Diaphaneity"), window.nDiaphaneity);
+  ReadEnum<kTourPeriodValues>(object, GSC_KEY("TourPeriod"), window.emTourPeriod);
   if (window.emTourPeriod == EM_TOUR_PERIOD_TYPE_CUSTOM_TIME) {
-    ReadNumber(object, "TourPeriodTime", window.nTourPeriodTime);
+    ReadNumber(object, GSC_KEY("TourPeriodTime"), window.nTourPeriodTime);
   }
   ReadElementsIfPresent(object, window);
 }
@@ -67,9 +67,9 @@ void PacketWindow(const tagNET_PROGRAMME_WINDOW_INFO& window, const Out<C>& json
 template <typename V, typename C>
 void ReadOrdinary(const V& json, tagNET_ORDINARY_PROGRAMME_INFO& ordinary, C& context) {
   const auto object = MembersOf<kOrdinaryKeys>(json, context);
-  ReadBool(object, "TempletState", ordinary.bTempletState);
-  ReadTextIfPresent(object, "Description", ordinary.szDescription);
-  ReadArrayIfPresent(object, "Windows", ordinary.nWindowsNum, ordinary.stuWindows,
+  ReadBool(object, GSC_KEY("TempletState"), ordinary.bTempletState);
+  ReadTextIfPresent(object, GSC_KEY("Description"), ordinary.szDescription);
+  ReadArrayIfPresent(object, GSC_KEY("Windows"), ordinary.nWindowsNum, ordinary.stuWindows,
                      [&](const auto& window, tagNET_PROGRAMME_WINDOW_INFO& info) {
                        ReadWindow(window, info, context);
                      });
@@ -91,10 +91,10 @@ void PacketOrdinary(const tagNET_ORDINARY_PROGRAMME_INFO& ordinary, const Out<C>
 template <typename V, typename C>
 void ReadProgramme(const V& json, tagNET_PROGRAMME_INFO& info, C& context) {
   const auto object = MembersOf<kProgrammeKeys>(json, context);
-  ReadTextIfPresent(object, "ProgrammeName", info.szProgrammeName);
-  ReadTextIfPresent(object, "ProgrammeID", info.szProgrammeID);
-  ReadBool(object, "Enable", info.bEnable);
-  ReadObjectIfPresent(object, "Ordinary", [&](const auto& ordinary) {
+  ReadTextIfPresent(object, GSC_KEY("ProgrammeName"), info.szProgrammeName);
+  ReadTextIfPresent(object, GSC_KEY("ProgrammeID"), info.szProgrammeID);
+  ReadBool(object, GSC_KEY("Enable"), info.bEnable);
+  ReadObjectIfPresent(object, GSC_KEY("Ordinary"), [&](const auto& ordinary) {
     ReadOrdinary(ordinary, info.stuOrdinary, context);
   });
 }

@@ -20,18 +20,18 @@ constexpr auto kNoteKeys = Keys("Enable", "NoteRect", "NoteInfo");
 template <typename V, typename C>
 void ReadTextBlock(const V& json, tagNET_GUIDESCREEN_TEXT_INFO& info, C& context) {
   const auto object = MembersOf<kTextBlockKeys>(json, context);
-  ReadTextIfPresent(object, "Content", info.szContent);
-  ReadNumber(object, "FontSize", info.nFontSize);
-  ReadColorIfPresent(object, "FontColor", info.stuFontColor);
-  ReadTextIfPresent(object, "FontStyle", info.szFontStyle);
-  ReadReal(object, "LineHeight", info.dbLineHeight);
-  ReadEnum<kAlignValues>(object, "TextHoriAlign", info.emTextHoriAlign);
-  ReadEnum<kAlignValues>(object, "TextVertAlign", info.emTextVertAlign);
-  ReadNumber(object, "StayTime", info.nStayTime);
-  ReadNumber(object, "PlayTime", info.nPlayTime);
-  ReadNumber(object, "PlayCount", info.nPlayCount);
-  ReadEnum<kStyleValues>(object, "EnterStyle", info.emEnterStyle);
-  ReadEnum<kStyleValues>(object, "ExitStyle", info.emExitStyle);
+  ReadTextIfPresent(object, GSC_KEY("Content"), info.szContent);
+  ReadNumber(object, GSC_KEY("FontSize"), info.nFontSize);
+  ReadColorIfPresent(object, GSC_KEY("FontColor"), info.stuFontColor);
+  ReadTextIfPresent(object, GSC_KEY("FontStyle"), info.szFontStyle);
+  ReadReal(object, GSC_KEY("LineHeight"), info.dbLineHeight);
+  ReadEnum<kAlignValues>(object, GSC_KEY("TextHoriAlign"), info.emTextHoriAlign);
+  ReadEnum<kAlignValues>(object, GSC_KEY("TextVertAlign"), info.emTextVertAlign);
+  ReadNumber(object, GSC_KEY("StayTime"), info.nStayTime);
+  ReadNumber(object, GSC_KEY("PlayTime"), info.nPlayTime);
+  ReadNumber(object, GSC_KEY("PlayCount"), info.nPlayCount);
+  ReadEnum<kStyleValues>(object, GSC_KEY("EnterStyle"), info.emEnterStyle);
+  ReadEnum<kStyleValues>(object, GSC_KEY("ExitStyle"), info.emExitStyle);
 }
 
 template <typename C>
@@ -54,9 +54,9 @@ void PacketTextBlock(const tagNET_GUIDESCREEN_TEXT_INFO& info, const Out<C>& jso
 template <typename V, typename C>
 void ReadNote(const V& json, tagNET_GUIDESCREEN_NOTE_INFO& info, C& context) {
   const auto object = MembersOf<kNoteKeys>(json, context);
-  ReadBoolIfPresent(object, "Enable", info.bEnable);
-  ReadRectIfPresent(object, "NoteRect", info.stuNoteRect);
-  ReadObjectIfPresent(object, "NoteInfo",
+  ReadBoolIfPresent(object, GSC_KEY("Enable"), info.bEnable);
+  ReadRectIfPresent(object, GSC_KEY("NoteRect"), info.stuNoteRect);
+  ReadObjectIfPresent(object, GSC_KEY("NoteInfo"),
                       [&](const auto& text) { ReadTextBlock(text, info.stuNoteInfo, context); });
 }
 

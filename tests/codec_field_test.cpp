@@ -49,12 +49,13 @@ TEST(FieldTexts, AreReadOnlyWhenPresentAndNotNull) {
   for (const char* json : {"{}", R"({"T": null})"}) {
     const Json::Value value = J(json);
     const auto object = gsc::codec::MembersOf<kTimeKeys>(value, silent);
-    gsc::codec::ReadTimeIfPresent(object, "T", time);
-    gsc::codec::ReadDateIfPresent(object, "T", date);
+    gsc::codec::ReadTimeIfPresent(object, GSC_KEY("T"), time);
+    gsc::codec::ReadDateIfPresent(object, GSC_KEY("T"), date);
   }
   EXPECT_EQ(time.nHour + time.nMinute + time.nSecond + date.nYear + date.nDay, 10);
   const Json::Value partial = J(R"({"T": "07:05"})");
-  gsc::codec::ReadTimeIfPresent(gsc::codec::MembersOf<kTimeKeys>(partial, silent), "T", time);
+  gsc::codec::ReadTimeIfPresent(gsc::codec::MembersOf<kTimeKeys>(partial, silent), GSC_KEY("T"),
+                                time);
   EXPECT_EQ(time.nHour * 10000 + time.nMinute * 100 + time.nSecond, 70503);
 }
 

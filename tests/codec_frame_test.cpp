@@ -55,9 +55,9 @@ TEST(EnumReaders, StoreJsonValuePlusOneInRangeAndZeroOtherwise) {
   for (const Case& c : cases) {
     const Json::Value object = J(c.json);
     TestEnum a = static_cast<TestEnum>(7), b = a, d = a;
-    ReadEnum<3>(Read(object), "E", a);
-    ReadEnumIfPresent<3>(Read(object), "E", b);
-    ReadEnumOrKeep<3>(Read(object), "E", d);
+    ReadEnum<3>(Read(object), GSC_KEY("E"), a);
+    ReadEnumIfPresent<3>(Read(object), GSC_KEY("E"), b);
+    ReadEnumOrKeep<3>(Read(object), GSC_KEY("E"), d);
     EXPECT_EQ(a, c.without_test) << c.json;
     EXPECT_EQ(b, c.with_test) << c.json;
     EXPECT_EQ(d, c.or_keep) << c.json;
@@ -98,7 +98,7 @@ struct Named {
   char id[8];
 };
 void ParseNamed(const Json::Value& json, Named& named) {
-  ReadTextIfPresent(Read(json), "ID", named.id);
+  ReadTextIfPresent(Read(json), GSC_KEY("ID"), named.id);
 }
 
 TEST(KeyedCollection, ReadsMembersInAscendingByteOrderUpToTheCapacity) {

@@ -164,13 +164,13 @@ std::string KeysFound(text::TextParser& parser, const std::string& json) {
   auto note = [&](const codec::ValueRef<TextValue>& member) {
     found += member.isNull() ? '-' : static_cast<char>('0' + member.asInt());
   };
-  note(object["a"]);
-  note(object["Abcdefg"]);
-  note(object["Abcdefgh"]);
-  note(object["Abcdefghi"]);
-  note(object["Abcdefghijklmno"]);
-  note(object["Abcdefghijklmnop"]);
-  note(object["Abcdefghijklmnopq"]);
+  note(object[GSC_KEY("a")]);
+  note(object[GSC_KEY("Abcdefg")]);
+  note(object[GSC_KEY("Abcdefgh")]);
+  note(object[GSC_KEY("Abcdefghi")]);
+  note(object[GSC_KEY("Abcdefghijklmno")]);
+  note(object[GSC_KEY("Abcdefghijklmnop")]);
+  note(object[GSC_KEY("Abcdefghijklmnopq")]);
   return found;
 }
 
