@@ -10,12 +10,6 @@
 
 namespace gsc::fields {
 
-const char* EnumType::NameOf(int value) const {
-  for (const Enumerator& e : values)
-    if (e.value == value) return e.name;
-  return nullptr;
-}
-
 const Field* RecordTable::Find(const std::string& name) const {
   for (const Field& f : fields)
     if (name == f.name) return &f;

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "describe/arena.h"
+#include "describe/enumerations.h"
 
 namespace gsc::fields {
 
@@ -35,20 +36,6 @@ enum class Kind {
   kRecord,       // a nested record described by `record`
   kCallerArray,  // pointer to a caller's array of `record`s, `count` of them shown
   kElements,     // pointer to a window's element buffer: `count` entries, `limit` bytes
-};
-
-// One named value of an enumeration.
-struct Enumerator {
-  int value;
-  const char* name;
-};
-
-// An enumeration type: its name and its enumerators.
-struct EnumType {
-  const char* name;
-  std::vector<Enumerator> values;
-  // The enumerator named `value`, or nullptr when the value has no name.
-  const char* NameOf(int value) const;
 };
 
 struct RecordTable;
@@ -212,10 +199,4 @@ RecordTable Table(const char* name, std::vector<Field> fields) {
 #define GSC_FIELD_AS(member, kind) ::gsc::fields::WithKind(GSC_FIELD(member), kind)
 #define GSC_POINTER(member, kind, table, count, limit) \
   ::gsc::fields::DescribePointer(#member, offsetof(R, member), kind, table, count, limit)
-// An enumerator and its value.
-#define GSC_ENUMERATOR(name)      \
-  ::gsc::fields::Enumerator {     \
-    static_cast<int>(name), #name \
-  }
-
 #endif  // GUIDESCREEN_CODEC_DESCRIBE_FIELD_TABLE_H

@@ -2,12 +2,11 @@
 #ifndef GUIDESCREEN_CODEC_DESCRIBE_RECORD_TABLES_H
 #define GUIDESCREEN_CODEC_DESCRIBE_RECORD_TABLES_H
 
+#include "describe/enumerations.h"
 #include "describe/field_table.h"
 
 namespace gsc::fields {
 
-extern const EnumType kGdStatusEnum;            // EM_GD_STATUS
-extern const EnumType kPlanTypeEnum;            // EM_PROGRAMMEPLAN_TYPE
 extern const RecordTable kScreenTable;          // tagNET_GUIDESCREEN_ATTRIBUTE_INFO
 extern const RecordTable kProgrammeTable;       // tagNET_PROGRAMME_INFO
 extern const RecordTable kBriefProgrammeTable;  // tagNET_BRIEFLY_PROGRAMME_INFO

@@ -1,12 +1,14 @@
 #include "guidescreen/attribute_codec.h"
 
+#include "describe/enumerations.h"
+
 using namespace gsc::codec;
 
 namespace gsc::guidescreen {
 namespace {
 
-constexpr int kStatusValues = 2;
-constexpr int kDateTypeValues = 3;
+constexpr int kStatusValues = fields::kScreenStatusEnum.JsonValues();
+constexpr int kDateTypeValues = fields::kDateTypeEnum.JsonValues();
 constexpr uint32_t kSunEntries = 12;
 // A sun entry left at 0 and 0 is sent as sunrise at 6 and sunset at 18.
 constexpr int32_t kDefaultSunrise = 6;

@@ -7,13 +7,14 @@
 #include <json/value.h>
 
 #include "codec/frame.h"
+#include "describe/enumerations.h"
 #include "guidescreen_codec/plan_records.h"
 #include "guidescreen_codec/record_codecs.h"
 
 namespace gsc::plan {
 
 // "PlanType" travels as an EM_PROGRAMMEPLAN_TYPE counted from 0: 0 immediate, 1 timer.
-constexpr int kPlanTypes = 2;
+constexpr int kPlanTypes = fields::kPlanTypeEnum.JsonValues();
 
 // The plan codecs in either context (instantiated for Silent and Reporting); the public
 // ParseImmePlan, PacketTimerPlan, ... (record_codecs.h) run them silently.

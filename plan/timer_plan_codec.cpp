@@ -1,5 +1,6 @@
 // The timer plan: programmes scheduled by time of day under a "Timer" block, with the review
 // opinion kept beside that block rather than inside it.
+#include "describe/enumerations.h"
 #include "plan/plan_codecs.h"
 
 using namespace gsc::codec;
@@ -7,8 +8,8 @@ using namespace gsc::codec;
 namespace gsc::plan {
 namespace {
 
-constexpr int kPeriodTypes = 4;
-constexpr int kReviewStates = 2;
+constexpr int kPeriodTypes = fields::kPeriodTypeEnum.JsonValues();
+constexpr int kReviewStates = fields::kReviewStateEnum.JsonValues();
 
 constexpr auto kTimerPlanKeys =
     Keys("PlanName", "PlanID", "SplitScreenID", "PlanType", "Timer", "ReviewOpinion");

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "codec/frame.h"
+#include "describe/enumerations.h"
 #include "programme/element_common.h"
 #include "programme/programme_codecs.h"
 
@@ -119,7 +120,7 @@ constexpr ElementKind<C> KindOf() {
 }
 
 // The kinds with a record: EM_ELEMENT_TYPE 1 to 5.
-constexpr int kKindCount = 5;
+constexpr int kKindCount = fields::kElementTypeEnum.JsonValues();
 
 // The kinds' table in one context, indexed by EM_ELEMENT_TYPE - 1.
 template <typename C>

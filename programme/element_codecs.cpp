@@ -1,5 +1,6 @@
 // The five element kinds. Each reads its name and filler state, then its own members, then its
 // note list; each writes the same three common members first and the note list last.
+#include "describe/enumerations.h"
 #include "programme/element_common.h"
 #include "programme/programme_codecs.h"
 
@@ -8,8 +9,9 @@ using namespace gsc::codec;
 namespace gsc::programme {
 namespace {
 
-constexpr int kStyleValues = 5;
-constexpr int kCaptureTypeValues = 2;
+constexpr int kEnterStyleValues = fields::kEnterStyleEnum.JsonValues();
+constexpr int kExitStyleValues = fields::kExitStyleEnum.JsonValues();
+constexpr int kCaptureTypeValues = fields::kCaptureTypeEnum.JsonValues();
 
 constexpr auto kVideoElementKeys = ElementKeys("Video");
 constexpr auto kVideoKeys = Keys("Path", "PlayCount");
@@ -56,8 +58,8 @@ void ReadElement(const V& json, tagNET_PICTURE_ELEMENT_INFO& info, C& context) {
     ReadNumber(picture, GSC_KEY("PlayCount"), info.nPlayCount);
     ReadNumber(picture, GSC_KEY("Diaphaneity"), info.nDiaphaneity);
     ReadNumber(picture, GSC_KEY("StayTime"), info.nStayTime);
-    ReadEnum<kStyleValues>(picture, GSC_KEY("EnterStyle"), info.emEnterStyle);
-    ReadEnum<kStyleValues>(picture, GSC_KEY("ExitStyle"), info.emExitStyle);
+    ReadEnum<kEnterStyleValues>(picture, GSC_KEY("EnterStyle"), info.emEnterStyle);
+    ReadEnum<kExitStyleValues>(picture, GSC_KEY("ExitStyle"), info.emExitStyle);
   });
   ReadNoteList(object, info.nNoteNum, info.stuNote);
 }

@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "codec/frame.h"
+#include "describe/enumerations.h"
 #include "programme/programme_codecs.h"
 #include "text/read_text.h"
 
@@ -15,7 +16,7 @@ using gsc::text::ReadTextSilently;
 
 namespace {
 
-constexpr int kProgrammeTypeValues = 2;
+constexpr int kProgrammeTypeValues = gsc::fields::kProgrammeTypeEnum.JsonValues();
 
 constexpr auto kBriefProgrammeKeys =
     Keys("ProgrammeName", "ProgrammeID", "ProgrammeType", "Enable", "TempletState");

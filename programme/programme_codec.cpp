@@ -1,4 +1,5 @@
 // The programme record: its ordinary part, its windows and each window's element buffer.
+#include "describe/enumerations.h"
 #include "programme/element_buffer.h"
 #include "programme/programme_codecs.h"
 
@@ -7,7 +8,7 @@ using namespace gsc::codec;
 namespace gsc::programme {
 namespace {
 
-constexpr int kTourPeriodValues = 3;
+constexpr int kTourPeriodValues = fields::kTourPeriodEnum.JsonValues();
 // The one programme kind this record describes, written with its "Ordinary" object.
 constexpr int32_t kOrdinaryProgrammeType = 0;
 

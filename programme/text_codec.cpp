@@ -1,4 +1,5 @@
 // Text blocks and notes.
+#include "describe/enumerations.h"
 #include "programme/programme_codecs.h"
 
 using namespace gsc::codec;
@@ -6,8 +7,10 @@ using namespace gsc::codec;
 namespace gsc::programme {
 namespace {
 
-constexpr int kAlignValues = 3;
-constexpr int kStyleValues = 5;
+constexpr int kHoriAlignValues = fields::kHoriAlignEnum.JsonValues();
+constexpr int kVertAlignValues = fields::kVertAlignEnum.JsonValues();
+constexpr int kEnterStyleValues = fields::kEnterStyleEnum.JsonValues();
+constexpr int kExitStyleValues = fields::kExitStyleEnum.JsonValues();
 
 constexpr auto kTextBlockKeys =
     Keys("Content", "FontSize", "FontColor", "FontStyle", "LineHeight", "TextHoriAlign",
@@ -25,13 +28,13 @@ void ReadTextBlock(const V& json, tagNET_GUIDESCREEN_TEXT_INFO& info, C& context
   ReadColorIfPresent(object, GSC_KEY("FontColor"), info.stuFontColor);
   ReadTextIfPresent(object, GSC_KEY("FontStyle"), info.szFontStyle);
   ReadReal(object, GSC_KEY("LineHeight"), info.dbLineHeight);
-  ReadEnum<kAlignValues>(object, GSC_KEY("TextHoriAlign"), info.emTextHoriAlign);
-  ReadEnum<kAlignValues>(object, GSC_KEY("TextVertAlign"), info.emTextVertAlign);
+  ReadEnum<kHoriAlignValues>(object, GSC_KEY("TextHoriAlign"), info.emTextHoriAlign);
+  ReadEnum<kVertAlignValues>(object, GSC_KEY("TextVertAlign"), info.emTextVertAlign);
   ReadNumber(object, GSC_KEY("StayTime"), info.nStayTime);
   ReadNumber(object, GSC_KEY("PlayTime"), info.nPlayTime);
   ReadNumber(object, GSC_KEY("PlayCount"), info.nPlayCount);
-  ReadEnum<kStyleValues>(object, GSC_KEY("EnterStyle"), info.emEnterStyle);
-  ReadEnum<kStyleValues>(object, GSC_KEY("ExitStyle"), info.emExitStyle);
+  ReadEnum<kEnterStyleValues>(object, GSC_KEY("EnterStyle"), info.emEnterStyle);
+  ReadEnum<kExitStyleValues>(object, GSC_KEY("ExitStyle"), info.emExitStyle);
 }
 
 template <typename C>

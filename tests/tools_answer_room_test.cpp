@@ -42,7 +42,9 @@ void ExpectRoom(const Case& c) {
   EXPECT_EQ(room.capacity, c.records);
   EXPECT_EQ(room.elements_buffer, gsc_element_buffer_size(c.elements));
   const Json::Value tree = gsc::test::J(c.text);
-  const Json::Value* infos = tree.isObject() ? tree.find("infos", "infos" + 5) : nullptr;
+  static constexpr char kInfos[] = "infos";
+  const Json::Value* infos =
+      tree.isObject() ? tree.find(kInfos, kInfos + sizeof kInfos - 1) : nullptr;
   EXPECT_EQ(c.records, infos != nullptr && infos->isObject() ? infos->size() : 0U);
   EXPECT_EQ(c.elements, MostElements(tree));
 }
