@@ -2,6 +2,7 @@
 // of requests, answers and the caller's own records.
 #include <json/reader.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -101,14 +102,17 @@ int DecodeFields(const char* name, const char* answer, size_t answer_length, uin
   const Operation* found = nullptr;
   if (const int status = Find(name, found, detail)) return status;
   const std::string_view text(answer == nullptr ? "" : answer, answer_length);
-  fields::Room room{capacity, element_buffer};
-  if (capacity == GSC_ROOM_FOR_ALL || element_buffer == GSC_ROOM_FOR_ALL) {
-    const fields::Room all = fields::RoomForAnswerText(text);
-    if (capacity == GSC_ROOM_FOR_ALL) room.capacity = all.capacity;
-    if (element_buffer == GSC_ROOM_FOR_ALL) room.elements_buffer = all.elements_buffer;
-  }
+  // A caller array takes no more records than the answer holds, so records beyond those would
+  // stay as prepared: only those are made (at least one, so that an array is read as with any
+  // room), and the capacity given is shown.
+  const fields::Room all = fields::RoomForAnswerText(text);
+  const fields::Room room{
+      std::min(capacity, std::max<uint32_t>(all.capacity, 1)),
+      element_buffer == GSC_ROOM_FOR_ALL ? all.elements_buffer : element_buffer};
   const std::unique_ptr<fields::Received> received =
       fields::ReceiveText(*found, text, room, &report);
+  if (capacity != GSC_ROOM_FOR_ALL)
+    fields::SetCapacities(*found->answer, received->record, capacity);
   if (!report.empty()) {
     const gsc::Finding& last = report.findings().back();
     if (last.kind == gsc::FindingKind::kJsonMalformed) {

@@ -85,7 +85,9 @@ unsigned char* Arena::Allocate(size_t bytes) {
   }
   used_ += rounded;
   if (bytes >= kLargeBlock) return Map(bytes);
-  blocks_.reserve(blocks_.size() + 1);
+  // Room for the block's entry before the block exists, so that a full vector cannot lose it;
+  // grown by doubling, as push_back would.
+  if (blocks_.size() == blocks_.capacity()) blocks_.reserve(2 * blocks_.size() + 16);
   // malloc promises only what the ABI's fundamental types need (8 bytes on ILP32 targets), so
   // the alignment is asked for; aligned_alloc wants a multiple of it as the size.
   void* block = std::aligned_alloc(kAlignment, RoundUp(bytes ? bytes : 1));

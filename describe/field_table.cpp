@@ -312,4 +312,11 @@ void Prepare(const RecordTable& table, void* record, Arena& arena, const Room& r
   }
 }
 
+void SetCapacities(const RecordTable& table, void* record, uint32_t capacity) {
+  for (const Field& f : table.fields) {
+    if (f.kind == Kind::kCallerArray && f.limit != nullptr)
+      SetNumber(table, static_cast<Bytes>(record), f.limit, capacity);
+  }
+}
+
 }  // namespace gsc::fields

@@ -106,6 +106,9 @@ void FromJson(const RecordTable& table, const Json::Value& form, void* record, A
 // `room.elements_buffer` bytes with their lengths, all allocated from `arena`.
 void Prepare(const RecordTable& table, void* record, Arena& arena, const Room& room);
 
+// Sets the capacity field of every caller array of the record at `record` to `capacity`.
+void SetCapacities(const RecordTable& table, void* record, uint32_t capacity);
+
 // Brings the record at `record` back to what a prepared record holds before any read: every field
 // zero but dwSize (of the record and of records inside it: the caller's), the pointers to caller
 // arrays and element buffers, and the capacities and lengths that bound them. The records of its

@@ -244,4 +244,22 @@ TEST(FieldForms, FormsFollowTheSizeProtocolAndHideSecretsOnlyWhenAsked) {
   EXPECT_TRUE(exact.guards);
 }
 
+// A capacity far beyond the answer reads as room for what it holds, and is shown as given.
+TEST(FieldForms, DecodeMakesOnlyTheRecordsAnAnswerCanFill) {
+  const gsc::fields::Operation& op = *gsc::fields::FindOperation("GET_ALL_PROGRAMMES");
+  const Out all = Decode(op.name, op.answer_sample);
+  const Out huge = Decode(op.name, op.answer_sample, 1u << 20);
+  ASSERT_EQ(GSC_STATUS_OK, huge.status) << huge.message;
+  Json::Value expected = gsc::test::J(all.text);
+  expected["nMaxInfosNum"] = 1u << 20;
+  EXPECT_EQ(gsc::test::Compact(expected), gsc::test::Compact(gsc::test::J(huge.text)));
+  // No records to read, or no object to read them from: read as with room to spare.
+  for (const char* answer : {R"({"infos": 5})", R"({"infos": {}})", "{}"}) {
+    SCOPED_TRACE(answer);
+    EXPECT_EQ(Decode(op.name, answer, 7).status, Decode(op.name, answer, 1).status);
+    const Out big = Decode(op.name, answer, 1u << 20);
+    EXPECT_EQ(Decode(op.name, answer, 5).message, big.message);
+  }
+}
+
 }  // namespace

@@ -207,7 +207,9 @@ GSC_API int gsc_serialize_json_report(const char* operation, const void* in_reco
  *
  * Forms are written as UTF-8 JSON, indented by two spaces, an object or array kept on one line
  * when it fits; a text field's bytes are written as they stand (JSON's own escapes aside), so a
- * field holding bytes that are not UTF-8 gives text that is not UTF-8 either. */
+ * field holding bytes that are not UTF-8 gives text that is not UTF-8 either, which
+ * gsc_encode_fields and gsc_record_from_fields refuse as malformed: such a text does not round
+ * trip. */
 
 /* A flag of gsc_decode_fields and gsc_record_to_fields: secret texts (szPassword) are written as
  * "***" (an empty one stays empty). Without it every field is written as stored: the form is the
@@ -241,7 +243,9 @@ GSC_API int gsc_encode_fields(const char* operation, const char* fields, size_t 
  * element buffers of `element_buffer` bytes each (GSC_ROOM_FOR_ALL: room for everything the answer
  * holds), read by gsc_deserialize_json_report with `flags` (GSC_SKIP_FAILURES, GSC_HIDE_SECRETS),
  * then written into `fields` with the size protocol of gsc_serialize_json (`fields_capacity`,
- * `*fields_length`). The call allocates the record's memory itself and frees it before it returns.
+ * `*fields_length`). The call allocates the record's memory itself and frees it before it returns;
+ * a caller array is given only as many records as the answer can fill, since the others would stay
+ * as prepared, and shows the capacity asked for.
  * `report` (may be NULL) receives the findings as gsc_deserialize_json_report gives them. Text that
  * is not JSON (GSC_STATUS_MALFORMED_JSON) or a failed conversion that stopped the reading
  * (GSC_STATUS_CONVERSION_FAILED) writes no form, and the message says where. A capacity above
