@@ -1,6 +1,7 @@
 // Representative request records and answer trees for the benchmarks, made in code: records are
-// filled with plausible values, and answers are what the writers make of them, sent through
-// JSON text once so that the reader sees a tree as the transport layer would parse it.
+// filled with plausible values from their description (every field), and answers are what the
+// writers make of them, sent through JSON text once so that the reader sees a tree as the transport
+// layer would parse it.
 #ifndef GUIDESCREEN_CODEC_BENCH_BODIES_H
 #define GUIDESCREEN_CODEC_BENCH_BODIES_H
 

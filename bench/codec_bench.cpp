@@ -266,8 +266,7 @@ std::unique_ptr<ReaderBody> AllProgrammes(uint32_t members, uint32_t windows, ui
 
 std::unique_ptr<ReaderBody> ProgrammeById(uint32_t windows, uint32_t elements) {
   Json::Value answer;
-  answer["Programme"] =
-      gsc::bench::AllProgrammesAnswer(1, windows, elements)["infos"]["programme-00000"];
+  answer["Programme"] = *gsc::bench::AllProgrammesAnswer(1, windows, elements)["infos"].begin();
   auto out = std::make_shared<tagNET_OUT_GET_PROGRAMME_BYID>();
   auto buffers = std::make_shared<std::vector<std::vector<unsigned char>>>();
   for (uint32_t w = 0; w < windows; ++w) {

@@ -79,11 +79,14 @@ bool attach_element_buffers(tagNET_PROGRAMME_INFO* programmes, uint32_t count,
          GSC_STATUS_OK;
 }
 
-// Each record type's reset runs on the table the operations describe it with.
+// Each record type's reset runs on the table the operations describe it with. (`Record` is a
+// type: parenthesised, it would not parse.)
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define GSC_RESET_FOR_READ(Record)                    \
   void reset_for_read(Record& out) {                  \
     fields::ResetForRead(AnswerTable(#Record), &out); \
   }
+// NOLINTEND(bugprone-macro-parentheses)
 GSC_RESET_FOR_READ(tagNET_OUT_SET_GUIDESCREEN_CFG)
 GSC_RESET_FOR_READ(tagNET_OUT_GET_GUIDESCREEN_CFG_BYID)
 GSC_RESET_FOR_READ(tagNET_OUT_GET_ALL_GUIDESCREEN_CFG)

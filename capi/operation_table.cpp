@@ -43,9 +43,10 @@ size_t EditDistance(const std::string& a, const std::string& b) {
 
 const Operation* FindOperation(const char* name) {
   if (name == nullptr) return nullptr;
-  for (const Operation& op : fields::Operations())
-    if (SameName(name, op.name)) return &op;
-  return nullptr;
+  const auto& operations = fields::Operations();
+  const auto found = std::find_if(operations.begin(), operations.end(),
+                                  [name](const Operation& op) { return SameName(name, op.name); });
+  return found != operations.end() ? &*found : nullptr;
 }
 
 std::vector<const Operation*> SimilarOperations(const char* name) {

@@ -4,6 +4,7 @@
 #ifndef GUIDESCREEN_CODEC_DESCRIBE_ENUMERATIONS_H
 #define GUIDESCREEN_CODEC_DESCRIBE_ENUMERATIONS_H
 
+#include <algorithm>
 #include <cstddef>
 
 #include "guidescreen_codec/field_records.h"
@@ -43,9 +44,9 @@ struct EnumType {
   constexpr int JsonValues() const { return static_cast<int>(values.size()) - 1; }
   // The enumerator named `value`, or nullptr when the value has no name.
   const char* NameOf(int value) const {
-    for (const Enumerator& e : values)
-      if (e.value == value) return e.name;
-    return nullptr;
+    const Enumerator* found = std::find_if(
+        values.begin(), values.end(), [value](const Enumerator& e) { return e.value == value; });
+    return found != values.end() ? found->name : nullptr;
   }
 };
 

@@ -1,11 +1,12 @@
 // What the fuzz harnesses share: caller memory fenced by guard bytes, laid out for the readers
-// from control bytes; a hard stop that names the call at fault; the round trip of a JSON value
-// through its text; and how deep a JSON text nests its values.
+// from control bytes and the description of the records; a hard stop that names the call at fault;
+// the round trip of a JSON value through its text; and how deep a JSON text nests its values.
 #ifndef GUIDESCREEN_CODEC_FUZZ_FUZZ_SUPPORT_H
 #define GUIDESCREEN_CODEC_FUZZ_FUZZ_SUPPORT_H
 
 #include <json/json.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -15,11 +16,12 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "guidescreen_codec/guidescreen_records.h"
-#include "guidescreen_codec/plan_records.h"
-#include "guidescreen_codec/programme_records.h"
+#include "describe/field_access.h"
+#include "describe/operations_table.h"
+#include "describe/record_generator.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -35,6 +37,13 @@
 #define GSC_FUZZ_READS_GUARDS __attribute__((no_sanitize("address")))
 #else
 #define GSC_FUZZ_READS_GUARDS
+#endif
+// The harnesses' own walks over the records are not what is fuzzed: their branches would only
+// slow every run with coverage callbacks and blur the coverage that guides the fuzzer.
+#if defined(__clang__)
+#define GSC_FUZZ_HARNESS __attribute__((no_sanitize("coverage")))
+#else
+#define GSC_FUZZ_HARNESS
 #endif
 
 namespace gsc::fuzz {
@@ -214,27 +223,27 @@ inline std::string RoundTrip(const Json::Value& value, const char* call) {
 
 // Input of the reader harnesses: these control bytes, then the answer's text.
 //   0      the byte every caller record is pre-filled with
-//   1      bit 0: the value of every boolean field; bits 1 to 4: null caller array for screens,
-//          programmes, immediate plans, timer plans
-//   2 3 4  capacities of the screen, programme and plan arrays (mod 4, 3, 4)
+//   1      bit 0: the value of every boolean field; bits 1 to 4: caller array slot k is null
+//   2 3 4  capacity slots 0 to 2 of the caller arrays (mod 4)
 //   5      bits 0 to 3: element buffer slot k is null; bits 4 to 7: its length is then 2^32 - 1
-//   6..13  four element buffer lengths, 16 bits each (mod 16384); window j uses slot j mod 4
+//   6..13  four element buffer lengths, 16 bits each (mod 16384)
 //   14     length passed to GetJsonString, minus 4
 //   15     the byte element buffers are pre-filled with
+// Slots follow the description (ArraySlot, CapacitySlot): caller arrays by the record they hold
+// (screens, programmes, immediate plans, timer plans), capacities by their field (screens,
+// programmes, plans), element buffers in turn as a record is laid out (window j of a programme
+// takes slot j mod 4).
 constexpr size_t kControlBytes = 16;
+constexpr size_t kArraySlots = 4;
+constexpr size_t kCapacitySlots = 3;
 constexpr size_t kBufferSlots = 4;
 constexpr uint32_t kNoLength = 0xFFFFFFFFU;
 
 struct Control {
   unsigned char fill = 0;
   bool boolValue = false;
-  bool nullScreens = false;
-  bool nullProgrammes = false;
-  bool nullImme = false;
-  bool nullTimer = false;
-  uint32_t screenCapacity = 0;
-  uint32_t programmeCapacity = 0;
-  uint32_t planCapacity = 0;
+  bool nullArray[kArraySlots] = {};
+  uint32_t capacity[kCapacitySlots] = {};
   bool nullBuffer[kBufferSlots] = {};
   uint32_t bufferLength[kBufferSlots] = {};
   int textLength = 0;
@@ -243,15 +252,10 @@ struct Control {
   explicit Control(const uint8_t* b)
       : fill(b[0]),
         boolValue((b[1] & 1U) != 0),
-        nullScreens((b[1] & 2U) != 0),
-        nullProgrammes((b[1] & 4U) != 0),
-        nullImme((b[1] & 8U) != 0),
-        nullTimer((b[1] & 16U) != 0),
-        screenCapacity(b[2] % 4U),
-        programmeCapacity(b[3] % 3U),
-        planCapacity(b[4] % 4U),
         textLength(static_cast<int>(b[14]) - 4),
         elementFill(b[15]) {
+    for (size_t k = 0; k < kArraySlots; ++k) nullArray[k] = (b[1] & (2U << k)) != 0;
+    for (size_t k = 0; k < kCapacitySlots; ++k) capacity[k] = b[2 + k] % 4U;
     for (size_t k = 0; k < kBufferSlots; ++k) {
       nullBuffer[k] = (b[5] & (1U << k)) != 0;
       const uint32_t length = static_cast<uint32_t>(b[6 + 2 * k] | (b[7 + 2 * k] << 8)) % 16384U;
@@ -290,50 +294,242 @@ class Guards {
   std::vector<std::unique_ptr<GuardedBlock>> blocks_;
 };
 
-// `count` records of type R pre-filled with the control's pattern, in a guarded block.
-template <typename R>
-R& NewRecord(Guards& guards, const Control& c, size_t count = 1) {
-  return *reinterpret_cast<R*>(guards.Add(sizeof(R) * count, 0, c.fill).data());
-}
+using fields::Field;
+using fields::Kind;
+using fields::RecordTable;
 
-// A pattern byte in a bool is undefined behaviour, so each is set explicitly.
-inline void FixBools(tagNET_GUIDESCREEN_ATTRIBUTE_INFO& r, bool v) {
-  r.bIsForeverOpen = v;
-  for (auto& time : r.stuTime) time.bEnable = v;
-  r.stuAutoBright.bEnable = v;
-}
-inline void FixBools(tagNET_GUIDESCREEN_NOTE_INFO& r, bool v) {
-  r.bEnable = v;
-}
-inline void FixBools(tagNET_BRIEFLY_PROGRAMME_INFO& r, bool v) {
-  r.bEnable = v;
-  r.bTempletState = v;
-}
-inline void FixBools(tagNET_IMMEDIATELY_PLAN_INFO& r, bool v) {
-  r.bEnable = v;
-}
-inline void FixBools(tagNET_TIMER_PLAN_INFO& r, bool v) {
-  r.bOverdue = v;
-  for (auto& programme : r.stuProgrammes) programme.bIsBgProgramme = v;
-}
+// The caller arrays and capacities of the operations' answers in the order first met: a caller
+// array takes the control slot of the record it holds, its capacity the slot of its field.
+struct Slots {
+  std::vector<const RecordTable*> arrays;
+  std::vector<std::pair<const RecordTable*, std::string>> capacities;
 
-// An element buffer of `length` bytes starting 4 but not 8 bytes aligned, as a record after an
-// element header would.
-inline unsigned char* ElementBuffer(Guards& guards, const Control& c, uint32_t length) {
-  return guards.Add(length, 4, c.elementFill).data();
-}
-
-// Sets a pre-filled programme's booleans and gives window j the element buffer of slot j mod 4.
-inline void PrepareProgramme(Guards& guards, const Control& c, tagNET_PROGRAMME_INFO& p) {
-  p.bEnable = c.boolValue;
-  p.stuOrdinary.bTempletState = c.boolValue;
-  for (size_t j = 0; j < 16; ++j) {
-    tagNET_PROGRAMME_WINDOW_INFO& w = p.stuOrdinary.stuWindows[j];
-    const size_t slot = j % kBufferSlots;
-    w.nElementsBufLen = c.bufferLength[slot];
-    w.pElementsBuf = c.nullBuffer[slot] ? nullptr : ElementBuffer(guards, c, c.bufferLength[slot]);
+  static const Slots& Get() {
+    static const Slots slots = [] {
+      Slots s;
+      std::vector<const RecordTable*> seen;
+      for (const fields::Operation& op : fields::Operations()) s.Walk(*op.answer, seen);
+      return s;
+    }();
+    return slots;
   }
+
+ private:
+  void Walk(const RecordTable& table, std::vector<const RecordTable*>& seen) {
+    if (std::find(seen.begin(), seen.end(), &table) != seen.end()) return;
+    seen.push_back(&table);
+    for (const Field& f : table.fields) {
+      if (f.kind == Kind::kCallerArray) {
+        if (std::find(arrays.begin(), arrays.end(), f.record) == arrays.end())
+          arrays.push_back(f.record);
+        if (f.limit) {
+          const std::pair<const RecordTable*, std::string> capacity(&table, f.limit);
+          if (std::find(capacities.begin(), capacities.end(), capacity) == capacities.end())
+            capacities.push_back(capacity);
+        }
+      }
+      if (f.record) Walk(*f.record, seen);
+    }
+  }
+};
+
+GSC_FUZZ_HARNESS inline size_t ArraySlot(const RecordTable& element) {
+  const auto& arrays = Slots::Get().arrays;
+  return static_cast<size_t>(std::find(arrays.begin(), arrays.end(), &element) - arrays.begin()) %
+         kArraySlots;
 }
+GSC_FUZZ_HARNESS inline size_t CapacitySlot(const RecordTable& table, const char* limit) {
+  const auto& capacities = Slots::Get().capacities;
+  const auto found = std::find_if(capacities.begin(), capacities.end(), [&](const auto& capacity) {
+    return capacity.first == &table && capacity.second == limit;
+  });
+  return static_cast<size_t>(found - capacities.begin()) % kCapacitySlots;
+}
+
+// The operations, one for each record of answer (two share tagNET_OUT_ADD_PROGRAMMEPLAN).
+inline const std::vector<const fields::Operation*>& DistinctAnswers() {
+  static const std::vector<const fields::Operation*> operations = [] {
+    std::vector<const fields::Operation*> found;
+    for (const fields::Operation& op : fields::Operations()) {
+      if (std::none_of(found.begin(), found.end(),
+                       [&](const fields::Operation* other) { return other->answer == op.answer; }))
+        found.push_back(&op);
+    }
+    return found;
+  }();
+  return operations;
+}
+
+// Output records laid out as a caller prepares them before a read, from the control bytes and the
+// description: every byte the pattern, booleans the control's value (a pattern byte in a bool
+// would be undefined behaviour), caller arrays null or of their capacity slot's records, element
+// buffers of their slot's length, 4 but not 8 aligned, all in guarded blocks. Check then tells
+// whether what a read left could be a caller's record.
+class Layout {
+ public:
+  Layout(Guards& guards, const Control& c) : guards_(guards), c_(c) {}
+
+  // `count` records of `table`; `answer`: the output record of an operation, whose listing
+  // counts every finished read sets.
+  GSC_FUZZ_HARNESS unsigned char* Record(const RecordTable& table, size_t count = 1,
+                                         bool answer = false) {
+    unsigned char* records = guards_.Add(table.size * count, 0, c_.fill).data();
+    for (size_t i = 0; i < count; ++i) {
+      Prepare(table, records + i * table.size);
+      laid_.push_back({&table, records + i * table.size, answer});
+    }
+    return records;
+  }
+  // A record of the type R, whose table is `name`.
+  template <typename R>
+  R& New(const char* name) {
+    const RecordTable* table = fields::FindRecordTable(name);
+    if (table == nullptr || table->size != sizeof(R)) Fail("no table describes", name);
+    return *reinterpret_cast<R*>(Record(*table));
+  }
+  // An element buffer of `length` bytes starting 4 but not 8 bytes aligned, as a record after an
+  // element header would.
+  unsigned char* Buffer(uint32_t length) { return guards_.Add(length, 4, c_.elementFill).data(); }
+
+  // Checks every record laid out, after a read that `finished` or threw:
+  //   dwSize, caller array and element buffer pointers and their capacities and lengths as laid;
+  //   every text terminated within its field, or untouched (all pattern);
+  //   every count the read changed within its array, and after a finished read the listing
+  //   counts of an answer within the caller's room;
+  //   every enumeration untouched or one of its values;
+  //   element entries counted by a changed count whole within their buffer, under a header of a
+  //   known kind (sizes from the description, not from the library).
+  GSC_FUZZ_HARNESS void Check(const char* name, bool finished) const {
+    for (const Laid& laid : laid_) CheckRecord(*laid.table, laid.at, laid.answer && finished, name);
+    for (const Pointer& p : pointers_) {
+      if (fields::Load<unsigned char*>(p.field) != p.pointer ||
+          (p.limit != nullptr && fields::Load<uint32_t>(p.limit) != p.capacity))
+        Fail("a pointer or the capacity behind it changed by", name);
+    }
+  }
+
+ private:
+  struct Laid {
+    const RecordTable* table;
+    unsigned char* at;
+    bool answer;
+  };
+  struct Pointer {
+    unsigned char* field;
+    unsigned char* pointer;
+    unsigned char* limit;
+    uint32_t capacity;
+  };
+
+  GSC_FUZZ_HARNESS void Prepare(const RecordTable& table, unsigned char* record) {
+    for (const Field& f : table.fields) {
+      unsigned char* at = record + f.offset;
+      unsigned char* limit = f.limit ? record + table.Find(f.limit)->offset : nullptr;
+      if (f.kind == Kind::kBool) {
+        for (uint32_t i = 0; i < f.extent; ++i) at[i] = c_.boolValue ? 1 : 0;
+      } else if (f.kind == Kind::kRecord) {
+        for (uint32_t i = 0; i < f.extent; ++i) Prepare(*f.record, at + size_t{i} * f.size);
+      } else if (f.kind == Kind::kCallerArray) {
+        const uint32_t capacity = f.limit ? c_.capacity[CapacitySlot(table, f.limit)] : 0;
+        unsigned char* array = nullptr;
+        if (!c_.nullArray[ArraySlot(*f.record)]) {
+          array = guards_.Add(f.record->size * capacity, 0, c_.fill).data();
+          for (uint32_t i = 0; i < capacity; ++i) Prepare(*f.record, array + i * f.record->size);
+        }
+        fields::Store(at, array);
+        if (limit) fields::Store(limit, capacity);
+        pointers_.push_back({at, array, limit, capacity});
+      } else if (f.kind == Kind::kElements) {
+        const size_t slot = buffers_++ % kBufferSlots;
+        unsigned char* buffer = c_.nullBuffer[slot] ? nullptr : Buffer(c_.bufferLength[slot]);
+        fields::Store(at, buffer);
+        if (limit) fields::Store(limit, c_.bufferLength[slot]);
+        pointers_.push_back({at, buffer, limit, c_.bufferLength[slot]});
+      }
+    }
+  }
+
+  GSC_FUZZ_HARNESS void CheckText(const unsigned char* text, size_t size, const char* name) const {
+    if (std::memchr(text, '\0', size) != nullptr) return;
+    for (size_t i = 0; i < size; ++i)
+      if (text[i] != c_.fill) Fail("text left unterminated by", name);
+  }
+
+  // The entries a reader counted must lie within the buffer, each under a header of a known kind.
+ public:
+  GSC_FUZZ_HARNESS static void CheckEntries(const RecordTable& header, const unsigned char* buffer,
+                                            uint32_t length, uint32_t count) {
+    const size_t capacity = buffer != nullptr ? length : 0;
+    const Field& tag = header.fields.front();
+    size_t used = 0;
+    for (uint32_t e = 0; e < count; ++e) {
+      if (capacity - used < header.size) Fail("element entries overrun");
+      const int32_t kind = fields::Load<int32_t>(buffer + used + tag.offset);
+      if (tag.enumeration->NameOf(kind) == nullptr) Fail("element header of a kind never stored");
+      const RecordTable* record = fields::VariantOf(header, kind);
+      const size_t entry = header.size + (record != nullptr ? record->size : 0);
+      if (capacity - used < entry) Fail("element entry past the buffer");
+      used += entry;
+    }
+  }
+
+ private:
+  // `listing`: the record is an answer after a finished read, whose counts must be set.
+  GSC_FUZZ_HARNESS void CheckRecord(const RecordTable& table, const unsigned char* record,
+                                    bool listing, const char* name) const {
+    for (const Field& f : table.fields) {
+      const unsigned char* at = record + f.offset;
+      const uint32_t count = f.count ? fields::Number(table, record, f.count) : 0;
+      const bool counted = f.count != nullptr && count != c_.Word();
+      switch (f.kind) {
+        case Kind::kSize:
+          if (fields::Load<uint32_t>(at) != c_.Word()) Fail("dwSize changed by", name);
+          break;
+        case Kind::kText:
+        case Kind::kSecret:
+          for (uint32_t i = 0; i < f.extent; ++i) CheckText(at + size_t{i} * f.size, f.size, name);
+          break;
+        case Kind::kEnum:
+          for (uint32_t i = 0; i < f.extent; ++i) {
+            const int32_t value = fields::Load<int32_t>(at + size_t{i} * f.size);
+            if (value != static_cast<int32_t>(c_.Word()) && !f.enumeration->NameOf(value))
+              Fail("enumeration set out of its values by", name);
+          }
+          break;
+        case Kind::kRecord:
+          for (uint32_t i = 0; i < f.extent; ++i)
+            CheckRecord(*f.record, at + size_t{i} * f.size, false, name);
+          break;
+        case Kind::kCallerArray: {
+          const auto* array = fields::Load<const unsigned char*>(at);
+          const uint32_t capacity = array && f.limit ? fields::Number(table, record, f.limit) : 0;
+          for (uint32_t i = 0; array && i < capacity; ++i)
+            CheckRecord(*f.record, array + size_t{i} * f.record->size, false, name);
+          if (listing && count > capacity)
+            Fail("more records counted than the array holds by", name);
+          break;
+        }
+        case Kind::kElements:
+          if (counted) {
+            CheckEntries(*f.record, fields::Load<const unsigned char*>(at),
+                         fields::Number(table, record, f.limit), count);
+          }
+          break;
+        default:
+          break;
+      }
+      if (f.kind != Kind::kCallerArray && f.kind != Kind::kElements && f.count &&
+          (counted || listing) && count > f.extent)
+        Fail("count past its array's extent, set by", name);
+    }
+  }
+
+  Guards& guards_;
+  const Control& c_;
+  std::vector<Laid> laid_;
+  std::vector<Pointer> pointers_;
+  size_t buffers_ = 0;
+};
 
 // ---- JSON text ------------------------------------------------------------------------------
 

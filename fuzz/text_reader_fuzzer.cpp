@@ -2,19 +2,20 @@
 // exactly what deserialize does on JsonCpp's parse of the same text.
 //
 // Input: the 16 control bytes of reader_fuzzer.cpp (Control in fuzz_support.h), then the text; its
-// seeds serve here unchanged. Every output record is laid out from the control bytes as there:
-// pre-filled records, caller arrays of 0 to 3 records or null, element buffers of any length, 4
-// but not 8 aligned, null or of length 2^32 - 1, every block between guard bytes.
+// seeds serve here unchanged. Every output record is laid out from the control bytes and the
+// description as there (Layout): pre-filled records, caller arrays of 0 to 3 records or null,
+// element buffers of any length, 4 but not 8 aligned, null or of length 2^32 - 1, every block
+// between guard bytes.
 //
 // A text the strict reading accepts must parse with JsonCpp's default reader (unless its values sit
-// 1000 containers deep, see below) and goes to all sixteen output records, each read from the same
-// caller memory by the tree path and by the text path, plain, reporting and stopping, reporting
-// and skipping: the caller memory, the return value, the type and message of what is thrown and
-// the findings must be the same. A text it refuses must be refused by every text reader before
-// the record is touched, with the same line, column and reason, as a JsonError from the plain one
-// and as a single json-malformed finding and false from the reporting one. A programme listing is
-// also read a programme at a time (deserialize_json_in_batches), which must hand over what the
-// one-call read leaves.
+// 1000 containers deep, see below) and goes to every output record of the operations list, each
+// read from the same caller memory by the tree path and by the text path, plain, reporting and
+// stopping, reporting and skipping: the caller memory, the return value, the type and message of
+// what is thrown and the findings must be the same. A text it refuses must be refused by every text
+// reader before the record is touched, with the same line, column and reason, as a JsonError from
+// the plain one and as a single json-malformed finding and false from the reporting one. A
+// programme listing is also read a programme at a time (deserialize_json_in_batches), which must
+// hand over what the one-call read leaves.
 #include <json/json.h>
 
 #include <algorithm>
@@ -38,54 +39,7 @@ namespace gsc::fuzz {
 namespace {
 
 using Bytes = std::vector<std::vector<unsigned char>>;
-
-// ---- Caller memory for each output record -----------------------------------------------------
-
-void Attach(Guards&, const Control& c, tagNET_OUT_GET_GUIDESCREEN_CFG_BYID& out) {
-  FixBools(out.stuInfo, c.boolValue);
-}
-void Attach(Guards& g, const Control& c, tagNET_OUT_GET_ALL_GUIDESCREEN_CFG& out) {
-  auto* infos = c.nullScreens
-                    ? nullptr
-                    : &NewRecord<tagNET_GUIDESCREEN_ATTRIBUTE_INFO>(g, c, c.screenCapacity);
-  for (uint32_t i = 0; infos != nullptr && i < c.screenCapacity; ++i)
-    FixBools(infos[i], c.boolValue);
-  out.nMaxInfosNum = c.screenCapacity;
-  out.pstuInfos = infos;
-}
-void Attach(Guards& g, const Control& c, tagNET_OUT_GET_PROGRAMME_BYID& out) {
-  PrepareProgramme(g, c, out.stuProgramme);
-}
-void Attach(Guards& g, const Control& c, tagNET_OUT_GET_ALL_PROGRAMMES& out) {
-  auto* infos =
-      c.nullProgrammes ? nullptr : &NewRecord<tagNET_PROGRAMME_INFO>(g, c, c.programmeCapacity);
-  for (uint32_t i = 0; infos != nullptr && i < c.programmeCapacity; ++i)
-    PrepareProgramme(g, c, infos[i]);
-  out.nMaxInfosNum = c.programmeCapacity;
-  out.pstuInfos = infos;
-}
-void Attach(Guards&, const Control& c, tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES& out) {
-  for (auto& info : out.stuInfos) FixBools(info, c.boolValue);
-}
-void Attach(Guards& g, const Control& c, tagNET_OUT_GET_ALL_PROGRAMMEPLANS& out) {
-  auto* imme =
-      c.nullImme ? nullptr : &NewRecord<tagNET_IMMEDIATELY_PLAN_INFO>(g, c, c.planCapacity);
-  auto* timer = c.nullTimer ? nullptr : &NewRecord<tagNET_TIMER_PLAN_INFO>(g, c, c.planCapacity);
-  for (uint32_t i = 0; i < c.planCapacity; ++i) {
-    if (imme != nullptr) FixBools(imme[i], c.boolValue);
-    if (timer != nullptr) FixBools(timer[i], c.boolValue);
-  }
-  out.nMaxPlanNum = c.planCapacity;
-  out.pstuImmePlans = imme;
-  out.pstuTimerPlans = timer;
-}
-void Attach(Guards&, const Control& c, tagNET_OUT_GET_PROGRAMMEPLAN_BYID& out) {
-  FixBools(out.stuImmePlan, c.boolValue);
-  FixBools(out.stuTimerPlan, c.boolValue);
-}
-// The records of operations whose answer carries nothing hold no pointer and no boolean.
-template <typename Out>
-void Attach(Guards&, const Control&, Out&) {}
+using gsc::fields::Operation;
 
 // ---- One call and what it left ----------------------------------------------------------------
 
@@ -185,38 +139,39 @@ void Compare(const Outcome& tree, const Outcome& text, const char* name, const c
 }
 
 // Both paths on fresh caller memory laid out by `c`, in the three modes.
-template <typename Out>
 void SameAsTree(const Json::Value& tree, std::string_view text, const Control& c,
-                const char* name) {
+                const Operation& op) {
+  const char* name = op.name;
   Guards g;
-  Out& out = NewRecord<Out>(g, c);
-  Attach(g, c, out);
+  Layout layout(g, c);
+  unsigned char* out = layout.Record(*op.answer);
   const Bytes before = g.Snapshot();
 
-  Compare(Run(g, before, name, nullptr, [&] { return deserialize(tree, out); }),
-          Run(g, before, name, nullptr, [&] { return deserialize_json(text, out); }), name,
-          "plain");
+  Compare(Run(g, before, name, nullptr, [&] { return op.deserialize(tree, out, nullptr); }),
+          Run(g, before, name, nullptr, [&] { return op.deserialize_json(text, out, nullptr); }),
+          name, "plain");
   for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
     Report viaTree = StaleReport(onFailure);
     Report viaText = StaleReport(onFailure);
-    Compare(Run(g, before, name, &viaTree, [&] { return deserialize(tree, out, viaTree); }),
-            Run(g, before, name, &viaText, [&] { return deserialize_json(text, out, viaText); }),
-            name, onFailure == OnFailure::kStop ? "reporting, stopping" : "reporting, skipping");
+    Compare(
+        Run(g, before, name, &viaTree, [&] { return op.deserialize(tree, out, &viaTree); }),
+        Run(g, before, name, &viaText, [&] { return op.deserialize_json(text, out, &viaText); }),
+        name, onFailure == OnFailure::kStop ? "reporting, stopping" : "reporting, skipping");
   }
 }
 
 // A text the strict reading refuses, where it says `where`: refused by both overloads, in both
 // modes, before the record is touched.
-template <typename Out>
 void Refused(std::string_view text, const std::string& where, const text::JsonProblem& problem,
-             const Control& c, const char* name) {
+             const Control& c, const Operation& op) {
+  const char* name = op.name;
   Guards g;
-  Out& out = NewRecord<Out>(g, c);
-  Attach(g, c, out);
+  Layout layout(g, c);
+  unsigned char* out = layout.Record(*op.answer);
   const Bytes before = g.Snapshot();
 
   try {
-    deserialize_json(text, out);
+    op.deserialize_json(text, out, nullptr);
     Fail("the text reader accepted a text the strict reading refuses:", name);
   } catch (const JsonError& e) {
     if (e.what() != where || e.line() != problem.line || e.column() != problem.column ||
@@ -233,7 +188,7 @@ void Refused(std::string_view text, const std::string& where, const text::JsonPr
 
   for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
     Report report = StaleReport(onFailure);
-    if (deserialize_json(text, out, report)) Fail("a refused text read to the end:", name);
+    if (op.deserialize_json(text, out, &report)) Fail("a refused text read to the end:", name);
     g.Check(name);
     if (g.Snapshot() != before) Fail("a refused text changed the record (reporting):", name);
     const auto& found = report.findings();
@@ -247,15 +202,14 @@ void Refused(std::string_view text, const std::string& where, const text::JsonPr
 
 // Programme i of a listing as a caller sees it: its record, with the element buffers' contents in
 // place of their addresses (two reads into different arrays are compared).
-std::string ProgrammeBytes(const tagNET_PROGRAMME_INFO& programme, const Control& c) {
+std::string ProgrammeBytes(const tagNET_PROGRAMME_INFO& programme) {
   tagNET_PROGRAMME_INFO copy;
   std::memcpy(&copy, &programme, sizeof copy);
   std::string bytes;
   for (size_t j = 0; j < 16; ++j) {
     tagNET_PROGRAMME_WINDOW_INFO& window = copy.stuOrdinary.stuWindows[j];
     if (window.pElementsBuf != nullptr) {
-      bytes.append(reinterpret_cast<const char*>(window.pElementsBuf),
-                   c.bufferLength[j % kBufferSlots]);
+      bytes.append(reinterpret_cast<const char*>(window.pElementsBuf), window.nElementsBufLen);
     }
     window.pElementsBuf = nullptr;
   }
@@ -267,22 +221,23 @@ std::string ProgrammeBytes(const tagNET_PROGRAMME_INFO& programme, const Control
 // one-call read's array is, against that read: the same result and findings, and the programmes
 // handed over are those the one-call read leaves (all of them, unless a conversion stopped it).
 void SameInBatches(std::string_view text, const Control& c) {
-  if (c.nullProgrammes || c.programmeCapacity == 0) return;
   const char* name = "GET_ALL_PROGRAMMES in batches";
   for (const OnFailure onFailure : {OnFailure::kStop, OnFailure::kSkip}) {
     Guards whole;
-    auto& wholeOut = NewRecord<tagNET_OUT_GET_ALL_PROGRAMMES>(whole, c);
-    Attach(whole, c, wholeOut);
+    Layout wholeLayout(whole, c);
+    auto& wholeOut =
+        wholeLayout.New<tagNET_OUT_GET_ALL_PROGRAMMES>("tagNET_OUT_GET_ALL_PROGRAMMES");
+    const uint32_t capacity = wholeOut.nMaxInfosNum;
+    if (wholeOut.pstuInfos == nullptr || capacity == 0) return;
     Report wholeReport = StaleReport(onFailure);
     const bool wholeRead = deserialize_json(text, wholeOut, wholeReport);
 
     Guards parts;
-    auto& out = NewRecord<tagNET_OUT_GET_ALL_PROGRAMMES>(parts, c);
+    Layout partsLayout(parts, c);
+    auto& out = partsLayout.New<tagNET_OUT_GET_ALL_PROGRAMMES>("tagNET_OUT_GET_ALL_PROGRAMMES");
     tagNET_PROGRAMME_INFO* arrays[2];
-    for (auto*& array : arrays) {
-      array = &NewRecord<tagNET_PROGRAMME_INFO>(parts, c);
-      PrepareProgramme(parts, c, *array);
-    }
+    for (auto*& array : arrays)
+      array = &partsLayout.New<tagNET_PROGRAMME_INFO>("tagNET_PROGRAMME_INFO");
     out.nMaxInfosNum = 1;
     out.pstuInfos = arrays[0];
     const auto before = parts.Snapshot();
@@ -290,12 +245,12 @@ void SameInBatches(std::string_view text, const Control& c) {
     std::vector<std::string> handed;
     Report partsReport = StaleReport(onFailure);
     const bool partsRead = deserialize_json_in_batches(
-        text, out, c.programmeCapacity, partsReport,
+        text, out, capacity, partsReport,
         [&](tagNET_OUT_GET_ALL_PROGRAMMES& batch, const ProgrammeBatch& b) {
           if (b.first != handed.size() || b.count != 1 || batch.nRetInfosNum != 1 ||
-              b.total > c.programmeCapacity)
+              b.total > capacity)
             Fail("a batch is not the next programme:", name);
-          handed.push_back(ProgrammeBytes(batch.pstuInfos[0], c));
+          handed.push_back(ProgrammeBytes(batch.pstuInfos[0]));
           parts.Check(name);
           parts.Restore(before);
           batch.pstuInfos = arrays[next];
@@ -317,51 +272,14 @@ void SameInBatches(std::string_view text, const Control& c) {
       Fail("the batched read found otherwise than the one-call read:", name);
     }
     const size_t read = wholeRead ? wholeOut.nRetInfosNum : handed.size();
-    if (handed.size() != read || read > c.programmeCapacity)
+    if (handed.size() != read || read > capacity)
       Fail("the batched read handed over another number of programmes:", name);
     for (size_t i = 0; i < handed.size(); ++i) {
-      if (handed[i] != ProgrammeBytes(wholeOut.pstuInfos[i], c))
+      if (handed[i] != ProgrammeBytes(wholeOut.pstuInfos[i]))
         Fail("a programme read in batches differs from the one-call read's:", name);
     }
   }
 }
-
-// Runs `Check<Out>` for every output record type.
-template <template <typename> class Check, typename... Args>
-void ForEveryRecord(Args&&... args) {
-  Check<tagNET_OUT_SET_GUIDESCREEN_CFG>::Run(args..., "SET_GUIDESCREEN_CFG");
-  Check<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>::Run(args..., "GET_GUIDESCREEN_CFG_BYID");
-  Check<tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>::Run(args..., "GET_ALL_GUIDESCREEN_CFG");
-  Check<tagNET_OUT_SET_GD_STATUS>::Run(args..., "SET_GD_STATUS");
-  Check<tagNET_OUT_GET_PROGRAMME_BYID>::Run(args..., "GET_PROGRAMME_BYID");
-  Check<tagNET_OUT_GET_ALL_PROGRAMMES>::Run(args..., "GET_ALL_PROGRAMMES");
-  Check<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>::Run(args..., "GET_ALL_BRIEFLYPROGRAMMES");
-  Check<tagNET_OUT_ADD_ONE_PROGRAMME>::Run(args..., "ADD_ONE_PROGRAMME");
-  Check<tagNET_OUT_MODIFY_ONE_PROGRAMME>::Run(args..., "MODIFY_ONE_PROGRAMME");
-  Check<tagNET_OUT_DEL_PROGRAMMES>::Run(args..., "DEL_PROGRAMMES");
-  Check<tagNET_OUT_GET_ALL_PROGRAMMEPLANS>::Run(args..., "GET_ALL_PROGRAMMEPLANS");
-  Check<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>::Run(args..., "GET_PROGRAMMEPLAN_BYID");
-  Check<tagNET_OUT_ADD_PROGRAMMEPLAN>::Run(args..., "ADD_PROGRAMMEPLAN");
-  Check<tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>::Run(args..., "MODIFY_IMME_PROGRAMMEPLAN");
-  Check<tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>::Run(args..., "MODIFY_TIMER_PROGRAMMEPLAN");
-  Check<tagNET_OUT_DEL_PROGRAMMEPLANS>::Run(args..., "DEL_PROGRAMMEPLANS");
-}
-
-template <typename Out>
-struct SameAsTreeCheck {
-  static void Run(const Json::Value& tree, std::string_view text, const Control& c,
-                  const char* name) {
-    SameAsTree<Out>(tree, text, c, name);
-  }
-};
-
-template <typename Out>
-struct RefusedCheck {
-  static void Run(std::string_view text, const std::string& where, const text::JsonProblem& problem,
-                  const Control& c, const char* name) {
-    Refused<Out>(text, where, problem, c, name);
-  }
-};
 
 }  // namespace
 }  // namespace gsc::fuzz
@@ -377,7 +295,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (!gsc::text::CheckJson(text, &problem, nullptr)) {
     const std::string where = "line " + std::to_string(problem.line) + ", column " +
                               std::to_string(problem.column) + ": " + problem.reason;
-    ForEveryRecord<RefusedCheck>(text, where, problem, control);
+    for (const Operation* op : DistinctAnswers()) Refused(text, where, problem, control, *op);
     return 0;
   }
 
@@ -399,7 +317,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (DeepestValue(text) >= 1000) return 0;
     Fail("JsonCpp threw on a text the strict reading accepts:", e.what());
   }
-  ForEveryRecord<SameAsTreeCheck>(tree, text, control);
+  for (const Operation* op : DistinctAnswers()) SameAsTree(tree, text, control, *op);
   SameInBatches(text, control);
   return 0;
 }

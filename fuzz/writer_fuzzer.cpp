@@ -1,24 +1,22 @@
 // Fuzzes every writer with input records built from arbitrary bytes.
 //
-// Records are built field by field: booleans are 0 or 1 (any other byte in a bool is undefined
-// behaviour in the caller's program, not a case the library can meet), counts range up to
-// 2^32 - 1, enumerations over any int, texts are empty, terminated at any length or fill their
-// whole field without a terminator. Element buffers hold exactly nElementsNum entries under valid
-// headers of any kind, unknown ones included, and start 4 but not 8 bytes aligned; the writers
-// trust that layout, as they trust nInfosNum.
+// The request of every operation in the operations list, and a record of each kind the record
+// writers take, is generated from the bytes by its description (fields::Generate): booleans are 0
+// or 1 (any other byte in a bool is undefined behaviour in the caller's program, not a case the
+// library can meet), counts range up to 2^32 - 1, enumerations over any int, texts are empty,
+// terminated at any length or fill their whole field without a terminator. Element buffers hold
+// at least nElementsNum entries under headers of any kind, unknown ones included, and start 4 but
+// not 8 bytes aligned; the writers trust that layout, as they trust nInfosNum.
 //
 // Every record sits in a guarded block whose guards are poisoned, so a read past a caller's
 // array or element buffer stops at once. After each call the input records must be unchanged,
 // every text the JSON carries must fit the field it came from (a longer one was read past its
 // field), and the JSON must be written to text and parse back to the same text.
-#include <fuzzer/FuzzedDataProvider.h>
 #include <json/json.h>
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -42,10 +40,6 @@ class Inputs {
     blocks_.push_back(std::make_unique<GuardedBlock>(size, offset, 0));
     return blocks_.back()->data();
   }
-  template <typename R>
-  R* New(size_t count = 1) {
-    return reinterpret_cast<R*>(Add(sizeof(R) * count, 0));
-  }
   void Seal() {
     copies_.clear();
     for (const auto& block : blocks_)
@@ -65,366 +59,17 @@ class Inputs {
   std::vector<std::vector<unsigned char>> copies_;
 };
 
-// Field values drawn from the fuzzer's bytes, biased towards the edges that matter.
-class Maker {
+// Caller arrays and element buffers of the generated records, in guarded blocks of their own;
+// element buffers start 4 but not 8 bytes aligned, as a record after an element header would.
+class InputMemory final : public fields::Memory {
  public:
-  // With `asciiTexts` every text is printable ASCII, so the round trip can be checked byte for
-  // byte; otherwise texts hold any bytes.
-  Maker(FuzzedDataProvider& in, Inputs& inputs, bool asciiTexts)
-      : in_(in), inputs_(inputs), ascii_(asciiTexts) {}
-
-  bool Bool() { return in_.ConsumeBool(); }
-
-  // A count: mostly around the capacity, sometimes huge or anything.
-  uint32_t Count(uint32_t capacity) {
-    switch (in_.ConsumeIntegralInRange(0, 4)) {
-      case 0:
-        return in_.ConsumeIntegralInRange<uint32_t>(0, capacity + 1);
-      case 1:
-        return std::numeric_limits<uint32_t>::max();
-      case 2:
-        return 0x80000000U;
-      case 3:
-        return in_.ConsumeIntegral<uint32_t>();
-      default:
-        return in_.ConsumeIntegralInRange<uint32_t>(0, capacity);
-    }
-  }
-
-  int32_t Int() {
-    switch (in_.ConsumeIntegralInRange(0, 3)) {
-      case 0:
-        return in_.ConsumeIntegralInRange(-2, 100);
-      case 1:
-        return in_.PickValueInArray(
-            {std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max(), -1, 0});
-      default:
-        return in_.ConsumeIntegral<int32_t>();
-    }
-  }
-  uint32_t Unsigned() { return static_cast<uint32_t>(Int()); }
-
-  template <typename E>
-  void Enumeration(E& field) {
-    field = static_cast<E>(in_.ConsumeBool() ? in_.ConsumeIntegralInRange(-1, 7) : Int());
-  }
-
-  double Real() {
-    switch (in_.ConsumeIntegralInRange(0, 3)) {
-      case 0:
-        return in_.PickValueInArray(
-            {0.0, -0.0, std::numeric_limits<double>::infinity(),
-             -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN(),
-             std::numeric_limits<double>::denorm_min(), std::numeric_limits<double>::max(), 1.5});
-      case 1:
-        return in_.ConsumeFloatingPoint<double>();
-      default: {
-        double value = 0;
-        const std::vector<uint8_t> bits = in_.ConsumeBytes<uint8_t>(sizeof value);
-        if (!bits.empty()) std::memcpy(&value, bits.data(), bits.size());
-        return value;
-      }
-    }
-  }
-
-  // Empty, terminated at any length, or filling the whole field without a terminator.
-  template <size_t N>
-  void Text(char (&field)[N]) {
-    std::memset(field, 'T', N);
-    const int mode = in_.ConsumeIntegralInRange(0, 3);
-    if (mode == 0) {
-      field[0] = '\0';
-      return;
-    }
-    if (mode == 3) {
-      // Unterminated: a short run of bytes repeated over the whole field, zeros replaced.
-      const std::string run = in_.ConsumeBytesAsString(in_.ConsumeIntegralInRange<size_t>(1, 8));
-      for (size_t i = 0; i < N && !run.empty(); ++i) field[i] = run[i % run.size()];
-      for (char& ch : field) ch = Printable(ch);
-      return;
-    }
-    const size_t length = in_.ConsumeIntegralInRange<size_t>(0, N - 1);
-    const std::string text = in_.ConsumeBytesAsString(length);
-    std::memcpy(field, text.data(), text.size());
-    field[text.size()] = '\0';
-    if (ascii_)
-      for (size_t i = 0; i < text.size(); ++i) field[i] = Printable(field[i]);
-  }
-
-  // Never a zero byte; printable ASCII in the ASCII mode.
-  char Printable(char ch) const {
-    if (ascii_) return static_cast<char>(' ' + static_cast<unsigned char>(ch) % 95U);
-    return ch == '\0' ? 'Z' : ch;
-  }
-
-  template <size_t N>
-  void Bytes(uint8_t (&field)[N]) {
-    std::memset(field, in_.ConsumeIntegral<uint8_t>(), N);
-  }
-
-  void Rect(tagNET_RECT& r) { r = {Int(), Int(), Int(), Int()}; }
-  void Color(tagQX_COLOR_RGBA& r) { r = {Int(), Int(), Int(), Int()}; }
-  void Time(tagNET_TIME_OF_DAY& t) { t = {Int(), Int(), Int()}; }
-  void Date(tagNET_DATE_INFO& d) { d = {Int(), Int(), Int()}; }
-
-  // ---- Records --------------------------------------------------------------------------------
-
-  void Make(tagNET_GUIDESCREEN_ATTRIBUTE_INFO& r) {
-    r.dwSize = sizeof r;
-    Text(r.szID);
-    Enumeration(r.emStatus);
-    r.bIsForeverOpen = Bool();
-    r.nTimeNum = Count(8);
-    for (auto& time : r.stuTime) {
-      time.bEnable = Bool();
-      Enumeration(time.emDateType);
-      time.nPlayDatesNum = Count(32);
-      for (auto& date : time.nPlayDates) date = Unsigned();
-      Time(time.stuOpenTime);
-      Time(time.stuCloseTime);
-      Bytes(time.byReserved);
-    }
-    r.nBright = Unsigned();
-    r.nContrast = Unsigned();
-    r.nSaturation = Unsigned();
-    r.nVolume = Unsigned();
-    r.nWidth = Unsigned();
-    r.nHeight = Unsigned();
-    r.nSplitScreenListNum = Count(16);
-    for (auto& split : r.stuSplitScreenList) {
-      Text(split.szScreenId);
-      Rect(split.stuRect);
-      split.nChildScreenBright = Unsigned();
-      Bytes(split.byReserved);
-    }
-    r.stuAutoBright.bEnable = Bool();
-    r.stuAutoBright.nLightBright = Unsigned();
-    r.stuAutoBright.nDarkBright = Unsigned();
-    for (auto& sun : r.stuAutoBright.stuTime) {
-      const bool unset = Bool();
-      sun.nSunrise = unset ? 0 : Unsigned();
-      sun.nSunset = unset ? 0 : Unsigned();
-      Bytes(sun.byReserved);
-    }
-    Bytes(r.byReserved);
-  }
-
-  void Make(tagNET_GUIDESCREEN_TEXT_INFO& r) {
-    Text(r.szContent);
-    r.nFontSize = Unsigned();
-    Color(r.stuFontColor);
-    Text(r.szFontStyle);
-    r.dbLineHeight = Real();
-    Enumeration(r.emTextHoriAlign);
-    Enumeration(r.emTextVertAlign);
-    r.nPlayTime = Unsigned();
-    r.nPlayCount = Unsigned();
-    r.nStayTime = Unsigned();
-    Enumeration(r.emEnterStyle);
-    Enumeration(r.emExitStyle);
-    Bytes(r.byReserved);
-  }
-
-  void Make(tagNET_GUIDESCREEN_NOTE_INFO& r) {
-    r.bEnable = Bool();
-    Make(r.stuNoteInfo);
-    Rect(r.stuNoteRect);
-    Bytes(r.byReserved);
-  }
-
-  template <typename Element>
-  void Common(Element& r) {
-    Text(r.szName);
-    r.bFillerState = Bool();
-    r.nNoteNum = Count(4);
-    for (auto& note : r.stuNote) Make(note);
-    Bytes(r.byReserved);
-  }
-
-  void Make(tagNET_VIDEO_ELEMENT_INFO& r) {
-    Common(r);
-    Text(r.szPath);
-    r.nPlayCount = Unsigned();
-  }
-  void Make(tagNET_PICTURE_ELEMENT_INFO& r) {
-    Common(r);
-    Text(r.szPath);
-    r.nPlayTime = Unsigned();
-    r.nPlayCount = Unsigned();
-    r.nDiaphaneity = Unsigned();
-    r.nStayTime = Unsigned();
-    Enumeration(r.emEnterStyle);
-    Enumeration(r.emExitStyle);
-  }
-  void Make(tagNET_TEXT_ELEMENT_INFO& r) {
-    Common(r);
-    Make(r.stuText);
-  }
-  void Make(tagNET_PLACEHOLDER_ELEMENT_INFO& r) { Common(r); }
-  void Make(tagNET_CAPTURE_ELEMENT_INFO& r) {
-    Common(r);
-    Text(r.szUserName);
-    Text(r.szPassword);
-    Text(r.szIP);
-    r.nPort = Unsigned();
-    r.nChannel = Unsigned();
-    Enumeration(r.emCaptureType);
-    r.nPlayTime = Unsigned();
-  }
-
-  // One entry of an element buffer: a header of `kind`, then the kind's record built here.
-  template <typename Element>
-  static void Entry(unsigned char*& at, Maker& maker) {
-    Element element;
-    maker.Make(element);
-    std::memcpy(at, &element, sizeof element);
-    at += sizeof element;
-  }
-
-  // Lays `count` entries of drawn kinds into a buffer of exactly their size.
-  void ElementBuffer(tagNET_PROGRAMME_WINDOW_INFO& w) {
-    if (in_.ConsumeIntegralInRange(0, 7) == 0) {
-      // No buffer: whatever the count, nothing is written.
-      w.pElementsBuf = nullptr;
-      w.nElementsNum = Count(4);
-      w.nElementsBufLen = Unsigned();
-      return;
-    }
-    const uint32_t count = in_.ConsumeIntegralInRange<uint32_t>(0, 4);
-    std::vector<int32_t> kinds;
-    size_t total = 0;
-    for (uint32_t e = 0; e < count; ++e) {
-      const int32_t kind = in_.ConsumeBool() ? in_.ConsumeIntegralInRange(0, 5) : Int();
-      kinds.push_back(kind);
-      total += sizeof(tagNET_ELEMENT_COMMON_INFO) + RecordSize(kind);
-    }
-    unsigned char* buffer = inputs_.Add(total, 4);
-    unsigned char* at = buffer;
-    for (const int32_t kind : kinds) {
-      tagNET_ELEMENT_COMMON_INFO header;
-      header.emElementType = static_cast<EM_ELEMENT_TYPE>(kind);
-      Bytes(header.byReserved);
-      std::memcpy(at, &header, sizeof header);
-      at += sizeof header;
-      switch (kind) {
-        case EM_ELEMENT_TYPE_VIDEO:
-          Entry<tagNET_VIDEO_ELEMENT_INFO>(at, *this);
-          break;
-        case EM_ELEMENT_TYPE_PICTURE:
-          Entry<tagNET_PICTURE_ELEMENT_INFO>(at, *this);
-          break;
-        case EM_ELEMENT_TYPE_TEXT:
-          Entry<tagNET_TEXT_ELEMENT_INFO>(at, *this);
-          break;
-        case EM_ELEMENT_TYPE_PLACEHOLDER:
-          Entry<tagNET_PLACEHOLDER_ELEMENT_INFO>(at, *this);
-          break;
-        case EM_ELEMENT_TYPE_CAPTURE:
-          Entry<tagNET_CAPTURE_ELEMENT_INFO>(at, *this);
-          break;
-        default:
-          break;  // a header alone
-      }
-    }
-    w.pElementsBuf = buffer;
-    w.nElementsNum = count;
-    // Not looked at by the writers: anything goes.
-    w.nElementsBufLen = in_.ConsumeBool() ? static_cast<uint32_t>(total) : Unsigned();
-  }
-
-  static size_t RecordSize(int32_t kind) {
-    switch (kind) {
-      case EM_ELEMENT_TYPE_VIDEO:
-        return sizeof(tagNET_VIDEO_ELEMENT_INFO);
-      case EM_ELEMENT_TYPE_PICTURE:
-        return sizeof(tagNET_PICTURE_ELEMENT_INFO);
-      case EM_ELEMENT_TYPE_TEXT:
-        return sizeof(tagNET_TEXT_ELEMENT_INFO);
-      case EM_ELEMENT_TYPE_PLACEHOLDER:
-        return sizeof(tagNET_PLACEHOLDER_ELEMENT_INFO);
-      case EM_ELEMENT_TYPE_CAPTURE:
-        return sizeof(tagNET_CAPTURE_ELEMENT_INFO);
-      default:
-        return 0;
-    }
-  }
-
-  void Make(tagNET_PROGRAMME_INFO& r) {
-    Text(r.szProgrammeName);
-    Text(r.szProgrammeID);
-    r.bEnable = Bool();
-    tagNET_ORDINARY_PROGRAMME_INFO& o = r.stuOrdinary;
-    o.bTempletState = Bool();
-    Text(o.szDescription);
-    o.nWindowsNum = Count(16);
-    const uint32_t walked = o.nWindowsNum < 16 ? o.nWindowsNum : 16;
-    for (uint32_t j = 0; j < 16; ++j) {
-      tagNET_PROGRAMME_WINDOW_INFO& w = o.stuWindows[j];
-      Text(w.szWinID);
-      w.nVolume = Int();
-      Color(w.stuBackgroundColor);
-      w.nDiaphaneity = Unsigned();
-      Enumeration(w.emTourPeriod);
-      if (in_.ConsumeBool()) w.emTourPeriod = EM_TOUR_PERIOD_TYPE_CUSTOM_TIME;
-      w.nTourPeriodTime = Unsigned();
-      Bytes(w.byReserved1);
-      Bytes(w.byReserved);
-      if (j < walked) {
-        ElementBuffer(w);
-      } else {
-        w.pElementsBuf = nullptr;  // never walked: the count says so
-        w.nElementsNum = Unsigned();
-        w.nElementsBufLen = Unsigned();
-      }
-    }
-    Bytes(r.byReserved);
-  }
-
-  void Make(tagNET_IMMEDIATELY_PLAN_INFO& r) {
-    Text(r.szPlanName);
-    Text(r.szPlanID);
-    Text(r.szSplitScreenID);
-    r.bEnable = Bool();
-    r.nPlayTime = Unsigned();
-    Text(r.szProgrammeName);
-    Text(r.szProgrammeID);
-    Bytes(r.byReserved);
-  }
-
-  void Make(tagNET_TIMER_PLAN_INFO& r) {
-    Text(r.szPlanName);
-    Text(r.szPlanID);
-    Text(r.szSplitScreenID);
-    Enumeration(r.emPeriodType);
-    r.nPlayDatesNum = Count(32);
-    for (auto& date : r.nPlayDates) date = Unsigned();
-    Date(r.stuPlayStartDate);
-    Date(r.stuPlayEndDate);
-    Enumeration(r.emReviewState);
-    Text(r.szReviewOpinion);
-    r.bOverdue = Bool();
-    r.nProgrammesNum = Count(32);
-    for (auto& programme : r.stuProgrammes) {
-      Text(programme.szProgrammeName);
-      Text(programme.szProgrammeID);
-      programme.bIsBgProgramme = Bool();
-      Time(programme.stuStartTime);
-      Time(programme.stuEndTime);
-      Bytes(programme.byReserved);
-    }
-    Bytes(r.byReserved);
-  }
-
-  template <size_t N>
-  void IdList(uint32_t& count, char (&ids)[32][N]) {
-    count = Count(32);
-    for (auto& id : ids) Text(id);
+  explicit InputMemory(Inputs& inputs) : inputs_(inputs) {}
+  unsigned char* Allocate(size_t bytes, bool elements) override {
+    return inputs_.Add(bytes, elements ? 4 : 0);
   }
 
  private:
-  FuzzedDataProvider& in_;
   Inputs& inputs_;
-  bool ascii_;
 };
 
 // ---- Checks on the JSON a writer produced ---------------------------------------------------
@@ -509,14 +154,15 @@ bool HasFinding(const gsc::Report& report, gsc::FindingKind kind, const std::str
 
 // Runs the plain and the reporting serialize: the same JSON, only writing findings, each with
 // the path of a field. Returns the request and the report.
-template <typename R>
-std::pair<Json::Value, gsc::Report> Serialize(const Inputs& inputs, const R& in, const char* call) {
+std::pair<Json::Value, gsc::Report> Serialize(const Inputs& inputs, const fields::Operation& op,
+                                              const unsigned char* in) {
+  const char* call = op.name;
   const Json::Value plain = Check(inputs, call, [&](Json::Value& json) {
-    if (!serialize(in, json)) Fail("serialize returned false:", call);
+    if (!op.serialize(in, json, nullptr)) Fail("serialize returned false:", call);
   });
   gsc::Report report;
   const Json::Value reported = Check(inputs, call, [&](Json::Value& json) {
-    if (!serialize(in, json, report)) Fail("the reporting serialize returned false:", call);
+    if (!op.serialize(in, json, &report)) Fail("the reporting serialize returned false:", call);
   });
   // Compared as text: a NaN is not equal to itself as a value.
   Json::StreamWriterBuilder writer;
@@ -530,11 +176,14 @@ std::pair<Json::Value, gsc::Report> Serialize(const Inputs& inputs, const R& in,
   return {plain, report};
 }
 
-// What a writer writes, its reader reads back without meeting a member it does not know.
-template <typename Out>
-void ReadBack(const Json::Value& result, Out& out, const char* call) {
+// What a writer writes under `from`, the reader of `reader` reads back under `to` without meeting
+// a member it does not know.
+void ReadBack(const Json::Value& params, const char* from, const char* reader, const char* to,
+              const char* call) {
+  Json::Value result(Json::objectValue);
+  result[to] = params[from];
   gsc::Report report;
-  deserialize(result, out, report);
+  fields::Receive(*fields::FindOperation(reader), result, fields::Room{3, 0}, &report);
   for (const gsc::Finding& f : report.findings())
     if (f.kind == gsc::FindingKind::kUnknownMember) Fail("read back, an unknown member:", call);
 }
@@ -553,97 +202,63 @@ void CheckTerminated(const gsc::Report& report, const std::string& path, const c
     Fail("text finding disagrees with the field:", path.c_str());
 }
 
-}  // namespace
-}  // namespace gsc::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  using namespace gsc::fuzz;
-  FuzzedDataProvider in(data, size);
-  Inputs inputs;
-  Maker make(in, inputs, in.ConsumeBool());
-
-  // Screens: nInfosNum is trusted, so the array holds exactly that many records, or is null.
-  auto* setCfg = inputs.New<tagNET_IN_SET_GUIDESCREEN_CFG>();
-  if (in.ConsumeIntegralInRange(0, 5) == 0) {
-    setCfg->pstuInfos = nullptr;
-    setCfg->nInfosNum = make.Count(4);
-  } else {
-    setCfg->nInfosNum = in.ConsumeIntegralInRange<uint32_t>(0, 3);
-    setCfg->pstuInfos = inputs.New<tagNET_GUIDESCREEN_ATTRIBUTE_INFO>(setCfg->nInfosNum);
-    for (uint32_t i = 0; i < setCfg->nInfosNum; ++i) make.Make(setCfg->pstuInfos[i]);
+// The input records of one run: one request for each operation of the list, and a record of each
+// kind the record writers take, all generated from the fuzzer's bytes by their description.
+class Records {
+ public:
+  explicit Records(const uint8_t* data, size_t size) : in_(data, size), memory_(inputs_) {
+    bounds_.ascii_texts = in_.Bool();
+    for (const fields::Operation& op : fields::Operations()) requests_.push_back(Make(*op.request));
   }
-  auto* byId = inputs.New<tagNET_IN_GET_GUIDESCREEN_CFG_BYID>();
-  make.Text(byId->szScreenID);
-  auto* status = inputs.New<tagNET_IN_SET_GD_STATUS>();
-  make.Text(status->szScreenId);
-  status->nGDNum = make.Count(170);
-  for (auto& state : status->emStatus)
-    state =
-        static_cast<EM_GD_STATUS>(in.ConsumeBool() ? in.ConsumeIntegralInRange(0, 3) : make.Int());
 
-  auto* programmeById = inputs.New<tagNET_IN_GET_PROGRAMME_BYID>();
-  make.Text(programmeById->szProgrammeID);
-  auto* addProgramme = inputs.New<tagNET_IN_ADD_ONE_PROGRAMME>();
-  make.Make(addProgramme->stuInfo);
-  auto* modifyProgramme = inputs.New<tagNET_IN_MODIFY_ONE_PROGRAMME>();
-  make.Make(modifyProgramme->stuProgramme);
-  auto* delProgrammes = inputs.New<tagNET_IN_DEL_PROGRAMMES>();
-  make.IdList(delProgrammes->nProgrammeIDListNum, delProgrammes->szProgrammeIDList);
-
-  auto* planById = inputs.New<tagNET_IN_GET_PROGRAMMEPLAN_BYID>();
-  make.Text(planById->szProgrammePlanID);
-  auto* addImme = inputs.New<tagNET_IN_ADD_IMME_PROGRAMMEPLAN>();
-  make.Make(addImme->stuInfo);
-  auto* addTimer = inputs.New<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN>();
-  make.Make(addTimer->stuInfo);
-  auto* modifyImme = inputs.New<tagNET_IN_MODIFY_IMME_PROGRAMMEPLAN>();
-  make.Make(modifyImme->stuProgrammePlan);
-  auto* modifyTimer = inputs.New<tagNET_IN_MODIFY_TIMER_PROGRAMMEPLAN>();
-  make.Make(modifyTimer->stuProgrammePlan);
-  auto* delPlans = inputs.New<tagNET_IN_DEL_PROGRAMMEPLANS>();
-  make.IdList(delPlans->nProgrammePlanIDListNum, delPlans->szProgrammePlanIDList);
-
-  // Records for the record writers called directly.
-  auto* text = inputs.New<tagNET_GUIDESCREEN_TEXT_INFO>();
-  make.Make(*text);
-  auto* note = inputs.New<tagNET_GUIDESCREEN_NOTE_INFO>();
-  make.Make(*note);
-  auto* video = inputs.New<tagNET_VIDEO_ELEMENT_INFO>();
-  make.Make(*video);
-  auto* picture = inputs.New<tagNET_PICTURE_ELEMENT_INFO>();
-  make.Make(*picture);
-  auto* textElement = inputs.New<tagNET_TEXT_ELEMENT_INFO>();
-  make.Make(*textElement);
-  auto* placeholder = inputs.New<tagNET_PLACEHOLDER_ELEMENT_INFO>();
-  make.Make(*placeholder);
-  auto* capture = inputs.New<tagNET_CAPTURE_ELEMENT_INFO>();
-  make.Make(*capture);
-  auto* attribute = inputs.New<tagNET_GUIDESCREEN_ATTRIBUTE_INFO>();
-  make.Make(*attribute);
-  inputs.Seal();
-
-  // The requests without parameters share one empty record kind each.
-  auto* getAllCfg = inputs.New<tagNET_IN_GET_ALL_GUIDESCREEN_CFG>();
-  auto* getAllProgrammes = inputs.New<tagNET_IN_GET_ALL_PROGRAMMES>();
-  auto* getBrief = inputs.New<tagNET_IN_GET_ALL_BRIEFLYPROGRAMMES>();
-  auto* getAllPlans = inputs.New<tagNET_IN_GET_ALL_PROGRAMMEPLANS>();
-  inputs.Seal();
-
-  const auto config = Serialize(inputs, *setCfg, "SET_GUIDESCREEN_CFG");
-  {
-    tagNET_GUIDESCREEN_ATTRIBUTE_INFO screens[3] = {};
-    tagNET_OUT_GET_ALL_GUIDESCREEN_CFG out{0, 3, 0, screens};
-    ReadBack(config.first, out, "SET_GUIDESCREEN_CFG");
+  unsigned char* Make(const fields::RecordTable& table) {
+    unsigned char* record = inputs_.Add(table.size, 0);
+    fields::Generate(table, record, in_, memory_, bounds_);
+    return record;
   }
-  CheckTerminated(Serialize(inputs, *byId, "GET_GUIDESCREEN_CFG_BYID").second, "szScreenID",
-                  byId->szScreenID);
-  Serialize(inputs, *getAllCfg, "GET_ALL_GUIDESCREEN_CFG");
-  {
-    const gsc::Report report = Serialize(inputs, *status, "SET_GD_STATUS").second;
-    CheckCount(report, "nGDNum", status->nGDNum, 170);
+  template <typename R>
+  const R& Make(const char* type) {
+    const fields::RecordTable* table = fields::FindRecordTable(type);
+    if (table == nullptr || table->size != sizeof(R)) Fail("no table describes", type);
+    return *reinterpret_cast<const R*>(Make(*table));
+  }
+
+  // The request of the operation `name`, as its record type.
+  template <typename R>
+  const R& Request(const char* name) const {
+    const auto& operations = fields::Operations();
+    for (size_t i = 0; i < operations.size(); ++i) {
+      if (std::strcmp(operations[i].name, name) == 0 && operations[i].request->size == sizeof(R))
+        return *reinterpret_cast<const R*>(requests_[i]);
+    }
+    Fail("no request record for", name);
+  }
+  const std::vector<unsigned char*>& requests() const { return requests_; }
+  Inputs& inputs() { return inputs_; }
+
+ private:
+  fields::ByteSource in_;
+  Inputs inputs_;
+  InputMemory memory_;
+  fields::Bounds bounds_;
+  std::vector<unsigned char*> requests_;
+};
+
+// What the writer of one operation promises beyond what every writer does.
+void CheckOperation(const fields::Operation& op, const Json::Value& params,
+                    const gsc::Report& report, const Records& records) {
+  const std::string name = op.name;
+  if (name == "SET_GUIDESCREEN_CFG") {
+    ReadBack(params, "infos", "GET_ALL_GUIDESCREEN_CFG", "infos", op.name);
+  } else if (name == "GET_GUIDESCREEN_CFG_BYID") {
+    const auto& in = records.Request<tagNET_IN_GET_GUIDESCREEN_CFG_BYID>(op.name);
+    CheckTerminated(report, "szScreenID", in.szScreenID);
+  } else if (name == "SET_GD_STATUS") {
+    const auto& in = records.Request<tagNET_IN_SET_GD_STATUS>(op.name);
+    CheckCount(report, "nGDNum", in.nGDNum, 170);
     bool codeless = false;
-    for (uint32_t i = 0; i < status->nGDNum && i < 170; ++i) {
-      const int state = static_cast<int>(status->emStatus[i]);
+    for (uint32_t i = 0; i < in.nGDNum && i < 170; ++i) {
+      const int state = static_cast<int>(in.emStatus[i]);
       codeless = codeless || (state != EM_GD_STATUS_CODE_100 && state != EM_GD_STATUS_CODE_010 &&
                               state != EM_GD_STATUS_CODE_001);
     }
@@ -651,79 +266,91 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const gsc::Finding& f : report.findings())
       reported = reported || f.kind == gsc::FindingKind::kDisplayUnitWithoutCode;
     if (reported != codeless) Fail("display unit finding disagrees with the states");
-  }
-  Serialize(inputs, *programmeById, "GET_PROGRAMME_BYID");
-  Serialize(inputs, *getAllProgrammes, "GET_ALL_PROGRAMMES");
-  Serialize(inputs, *getBrief, "GET_ALL_BRIEFLYPROGRAMMES");
-  {
-    const Json::Value added = Serialize(inputs, *addProgramme, "ADD_ONE_PROGRAMME").first;
-    Json::Value result;
-    result["Programme"] = added["info"];
-    tagNET_OUT_GET_PROGRAMME_BYID out{};
-    ReadBack(result, out, "ADD_ONE_PROGRAMME");
-    const gsc::Report modified = Serialize(inputs, *modifyProgramme, "MODIFY_ONE_PROGRAMME").second;
-    CheckTerminated(modified, "stuProgramme.szProgrammeID",
-                    modifyProgramme->stuProgramme.szProgrammeID);
-    CheckCount(modified, "stuProgramme.stuOrdinary.nWindowsNum",
-               modifyProgramme->stuProgramme.stuOrdinary.nWindowsNum, 16);
-  }
-  {
-    const gsc::Report report = Serialize(inputs, *delProgrammes, "DEL_PROGRAMMES").second;
-    CheckCount(report, "nProgrammeIDListNum", delProgrammes->nProgrammeIDListNum, 32);
-    for (uint32_t i = 0; i < delProgrammes->nProgrammeIDListNum && i < 32; ++i) {
+  } else if (name == "ADD_ONE_PROGRAMME") {
+    ReadBack(params, "info", "GET_PROGRAMME_BYID", "Programme", op.name);
+  } else if (name == "MODIFY_ONE_PROGRAMME") {
+    const auto& in = records.Request<tagNET_IN_MODIFY_ONE_PROGRAMME>(op.name);
+    CheckTerminated(report, "stuProgramme.szProgrammeID", in.stuProgramme.szProgrammeID);
+    CheckCount(report, "stuProgramme.stuOrdinary.nWindowsNum",
+               in.stuProgramme.stuOrdinary.nWindowsNum, 16);
+  } else if (name == "DEL_PROGRAMMES") {
+    const auto& in = records.Request<tagNET_IN_DEL_PROGRAMMES>(op.name);
+    CheckCount(report, "nProgrammeIDListNum", in.nProgrammeIDListNum, 32);
+    for (uint32_t i = 0; i < in.nProgrammeIDListNum && i < 32; ++i) {
       CheckTerminated(report, "szProgrammeIDList[" + std::to_string(i) + "]",
-                      delProgrammes->szProgrammeIDList[i]);
+                      in.szProgrammeIDList[i]);
     }
+  } else if (name == "ADD_IMME_PROGRAMMEPLAN") {
+    ReadBack(params, "info", "GET_PROGRAMMEPLAN_BYID", "ProgrammePlan", op.name);
+  } else if (name == "ADD_TIMER_PROGRAMMEPLAN") {
+    ReadBack(params, "info", "GET_PROGRAMMEPLAN_BYID", "ProgrammePlan", op.name);
+    const auto& in = records.Request<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN>(op.name);
+    CheckCount(report, "stuInfo.nPlayDatesNum", in.stuInfo.nPlayDatesNum, 32);
+    CheckCount(report, "stuInfo.nProgrammesNum", in.stuInfo.nProgrammesNum, 32);
+    CheckTerminated(report, "stuInfo.szReviewOpinion", in.stuInfo.szReviewOpinion);
   }
-  Serialize(inputs, *getAllPlans, "GET_ALL_PROGRAMMEPLANS");
-  Serialize(inputs, *planById, "GET_PROGRAMMEPLAN_BYID");
-  for (const auto& plan : {Serialize(inputs, *addImme, "ADD_IMME_PROGRAMMEPLAN"),
-                           Serialize(inputs, *addTimer, "ADD_TIMER_PROGRAMMEPLAN")}) {
-    Json::Value result;
-    result["ProgrammePlan"] = plan.first["info"];
-    tagNET_OUT_GET_PROGRAMMEPLAN_BYID out{};
-    ReadBack(result, out, "ADD_PROGRAMMEPLAN");
+}
+
+}  // namespace
+}  // namespace gsc::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace gsc::fuzz;
+  Records records(data, size);
+  // Records for the record writers called directly.
+  const auto& text = records.Make<tagNET_GUIDESCREEN_TEXT_INFO>("tagNET_GUIDESCREEN_TEXT_INFO");
+  const auto& note = records.Make<tagNET_GUIDESCREEN_NOTE_INFO>("tagNET_GUIDESCREEN_NOTE_INFO");
+  const auto& video = records.Make<tagNET_VIDEO_ELEMENT_INFO>("tagNET_VIDEO_ELEMENT_INFO");
+  const auto& picture = records.Make<tagNET_PICTURE_ELEMENT_INFO>("tagNET_PICTURE_ELEMENT_INFO");
+  const auto& textElement = records.Make<tagNET_TEXT_ELEMENT_INFO>("tagNET_TEXT_ELEMENT_INFO");
+  const auto& placeholder =
+      records.Make<tagNET_PLACEHOLDER_ELEMENT_INFO>("tagNET_PLACEHOLDER_ELEMENT_INFO");
+  const auto& capture = records.Make<tagNET_CAPTURE_ELEMENT_INFO>("tagNET_CAPTURE_ELEMENT_INFO");
+  const auto& attribute =
+      records.Make<tagNET_GUIDESCREEN_ATTRIBUTE_INFO>("tagNET_GUIDESCREEN_ATTRIBUTE_INFO");
+  Inputs& inputs = records.inputs();
+  inputs.Seal();
+
+  const auto& operations = gsc::fields::Operations();
+  for (size_t i = 0; i < operations.size(); ++i) {
+    const auto written = Serialize(inputs, operations[i], records.requests()[i]);
+    CheckOperation(operations[i], written.first, written.second, records);
   }
-  {
-    const gsc::Report timer = Serialize(inputs, *addTimer, "ADD_TIMER_PROGRAMMEPLAN").second;
-    CheckCount(timer, "stuInfo.nPlayDatesNum", addTimer->stuInfo.nPlayDatesNum, 32);
-    CheckCount(timer, "stuInfo.nProgrammesNum", addTimer->stuInfo.nProgrammesNum, 32);
-    CheckTerminated(timer, "stuInfo.szReviewOpinion", addTimer->stuInfo.szReviewOpinion);
-  }
-  Serialize(inputs, *modifyImme, "MODIFY_IMME_PROGRAMMEPLAN");
-  Serialize(inputs, *modifyTimer, "MODIFY_TIMER_PROGRAMMEPLAN");
-  Serialize(inputs, *delPlans, "DEL_PROGRAMMEPLANS");
 
   Check(inputs, "PacketGuidScreenAttribute",
-        [&](Json::Value& json) { gsc::guidescreen::PacketGuidScreenAttribute(*attribute, json); });
+        [&](Json::Value& json) { gsc::guidescreen::PacketGuidScreenAttribute(attribute, json); });
   Check(inputs, "PacketText", [&](Json::Value& json) {
     PacketText(nullptr, json);
-    PacketText(text, json);
+    PacketText(&text, json);
   });
   Check(inputs, "PacketNotes", [&](Json::Value& json) {
     PacketNotes(nullptr, json);
-    PacketNotes(note, json);
+    PacketNotes(&note, json);
   });
-  Check(inputs, "PacketVideoElement", [&](Json::Value& json) { PacketVideoElement(video, json); });
+  Check(inputs, "PacketVideoElement", [&](Json::Value& json) { PacketVideoElement(&video, json); });
   Check(inputs, "PacketPictureElement",
-        [&](Json::Value& json) { PacketPictureElement(picture, json); });
+        [&](Json::Value& json) { PacketPictureElement(&picture, json); });
   Check(inputs, "PacketTextElement",
-        [&](Json::Value& json) { PacketTextElement(textElement, json); });
+        [&](Json::Value& json) { PacketTextElement(&textElement, json); });
   Check(inputs, "PacketPlaceHolderElement",
-        [&](Json::Value& json) { PacketPlaceHolderElement(placeholder, json); });
+        [&](Json::Value& json) { PacketPlaceHolderElement(&placeholder, json); });
   Check(inputs, "PacketCaptureElement",
-        [&](Json::Value& json) { PacketCaptureElement(capture, json); });
+        [&](Json::Value& json) { PacketCaptureElement(&capture, json); });
+  const auto& addProgramme = records.Request<tagNET_IN_ADD_ONE_PROGRAMME>("ADD_ONE_PROGRAMME");
   Check(inputs, "PacketPragramme", [&](Json::Value& json) {
     PacketPragramme(nullptr, json);
-    PacketPragramme(&addProgramme->stuInfo, json);
+    PacketPragramme(&addProgramme.stuInfo, json);
   });
+  const auto& addImme = records.Request<tagNET_IN_ADD_IMME_PROGRAMMEPLAN>("ADD_IMME_PROGRAMMEPLAN");
   Check(inputs, "PacketImmePlan", [&](Json::Value& json) {
     PacketImmePlan(nullptr, json);
-    PacketImmePlan(&addImme->stuInfo, json);
+    PacketImmePlan(&addImme.stuInfo, json);
   });
+  const auto& addTimer =
+      records.Request<tagNET_IN_ADD_TIMER_PROGRAMMEPLAN>("ADD_TIMER_PROGRAMMEPLAN");
   Check(inputs, "PacketTimerPlan", [&](Json::Value& json) {
     PacketTimerPlan(nullptr, json);
-    PacketTimerPlan(&addTimer->stuInfo, json);
+    PacketTimerPlan(&addTimer.stuInfo, json);
   });
   return 0;
 }
