@@ -13,9 +13,11 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "capi/report_handle.h"
 #include "describe/answer_room.h"
 #include "describe/json_printer.h"
 #include "describe/operations_table.h"
@@ -57,10 +59,10 @@ constexpr char kUsage[] =
     "decode and encode print their findings on standard error.\n"
     "Input is FILE, or standard input for '-' or when no FILE is given and standard input is\n"
     "not a terminal ('gscodec sample decode OPERATION | gscodec check OPERATION' checks the\n"
-    "embedded sample). Answers must be strict JSON (RFC 8259, UTF-8): comments, trailing\n"
-    "commas and the like are refused with the line and column where the text stops being\n"
-    "JSON. Operation names may be given in any case. Passwords are shown as \"***\" unless\n"
-    "--show-secrets is given. Exit status of decode and encode: 0 success, 1 bad input,\n"
+    "embedded sample). Answers and records must be strict JSON (RFC 8259, UTF-8): comments,\n"
+    "trailing commas and the like are refused with the line and column where the text stops\n"
+    "being JSON. Operation names may be given in any case. Passwords are shown as \"***\"\n"
+    "unless --show-secrets is given. Exit status of decode and encode: 0 success, 1 bad input,\n"
     "2 bad usage.\n";
 
 struct UsageError : std::runtime_error {
@@ -250,6 +252,45 @@ void MaskPasswords(Json::Value& value) {
   }
 }
 
+// A report handle of the C interface, freed on every way out.
+using ReportHandle = std::unique_ptr<gsc_report, void (*)(gsc_report*)>;
+ReportHandle NewReport() {
+  ReportHandle handle(gsc_report_new(), &gsc_report_free);
+  if (!handle) throw std::bad_alloc();
+  return handle;
+}
+
+// The detail of a C interface message: what follows the status's own description.
+std::string Detail(int status, const char* message) {
+  const std::string prefix = std::string(gsc_status_message(status)) + ": ";
+  const std::string text = message;
+  return text.rfind(prefix, 0) == 0 ? text.substr(prefix.size()) : text;
+}
+
+// Text a C entry point handed out. The bytes are left uninitialised: a generous guess costs
+// address space, not memory, since only the pages the text reaches are ever touched.
+struct HandedOut {
+  std::unique_ptr<char[]> bytes;
+  size_t length = 0;
+  std::string_view view() const { return {bytes.get(), length}; }
+};
+
+// Runs `call(buffer, capacity, &length)`, a C entry point that hands out text by the size
+// protocol, with a buffer of `guess` bytes, and once more when the text turns out longer.
+template <typename Call>
+int TextFrom(Call call, size_t guess, HandedOut& text) {
+  size_t capacity = guess;
+  text.bytes.reset(new char[capacity]);
+  int status = call(text.bytes.get(), capacity, &text.length);
+  if (status == GSC_STATUS_BUFFER_TOO_SMALL && text.length >= capacity) {
+    capacity = text.length + 1;
+    text.bytes.reset(new char[capacity]);
+    status = call(text.bytes.get(), capacity, &text.length);
+  }
+  if (status != GSC_STATUS_OK) text.length = 0;
+  return status;
+}
+
 // A programme listing whose records would take more than this is read and printed a batch of
 // about kListingBatchBytes at a time (two batches in memory), not all at once.
 constexpr size_t kListingBytesAtOnce = size_t{64} << 20;
@@ -281,18 +322,37 @@ gsc::fields::Room RoomFor(const std::string& text, const Arguments& args) {
 // printed straight from its bytes.
 void Decode(const Operation& op, Input input, const Arguments& args, bool print,
             gsc::Report& report) {
-  const gsc::fields::Room room = RoomFor(input.text, args);
   std::unique_ptr<gsc::fields::Received>& received = KeptUntilExit().received;
   bool printed = false;
-  if (std::string(op.name) == "GET_ALL_PROGRAMMES" &&
-      gsc::fields::ListingBytes(room) > kListingBytesAtOnce) {
+  HandedOut form;  // the record as decode prints it, when not printed batch by batch
+  const bool listing = std::string(op.name) == "GET_ALL_PROGRAMMES";
+  const gsc::fields::Room room = listing ? RoomFor(input.text, args) : gsc::fields::Room{};
+  if (listing && gsc::fields::ListingBytes(room) > kListingBytesAtOnce) {
     gsc::fields::BatchedRead read = gsc::fields::ReadProgrammesInBatches(
         op, input.text, room, gsc::fields::ProgrammesPerBatch(room, kListingBatchBytes),
         print ? stdout : nullptr, args.show, report);
     printed = read.printed;
     received = std::move(read.received);
   } else {
-    received = gsc::fields::ReceiveText(op, input.text, room, &report);
+    // The C interface's field-named decode, which the Python package uses too.
+    const ReportHandle handle = NewReport();
+    unsigned flags = args.show.show_secrets ? 0 : GSC_HIDE_SECRETS;
+    if (report.on_failure() == gsc::OnFailure::kSkip) flags |= GSC_SKIP_FAILURES;
+    char message[1024];
+    const auto call = [&](char* fields, size_t capacity, size_t* length) {
+      return gsc_decode_fields(op.name, input.text.data(), input.text.size(),
+                               args.capacity.value_or(GSC_ROOM_FOR_ALL),
+                               args.elements_buffer.value_or(GSC_ROOM_FOR_ALL), flags, fields,
+                               capacity, length, handle.get(), message, sizeof message);
+    };
+    // check prints findings alone: the form is not asked for.
+    size_t unused = 0;
+    const int status =
+        print ? TextFrom(call, 8 * input.text.size() + 4096, form) : call(nullptr, 0, &unused);
+    report = handle->report;
+    if (status != GSC_STATUS_OK && status != GSC_STATUS_MALFORMED_JSON &&
+        status != GSC_STATUS_CONVERSION_FAILED && (print || status != GSC_STATUS_BUFFER_TOO_SMALL))
+      throw std::runtime_error(message);
   }
   std::string().swap(input.text);
   gsc::release_json_buffers();
@@ -314,7 +374,33 @@ void Decode(const Operation& op, Input input, const Arguments& args, bool print,
                      (failure.path.empty() ? std::string("the result") : failure.path) + ": " +
                      failure.detail + " (--keep-going reads such values as null and goes on)");
   }
-  if (!printed) gsc::fields::PrintRecord(stdout, *op.answer, received->record, args.show);
+  if (printed) return;
+  if (received) {
+    gsc::fields::PrintRecord(stdout, *op.answer, received->record, args.show);
+  } else {
+    std::fwrite(form.bytes.get(), 1, form.length, stdout);
+  }
+}
+
+// The request the C interface's field-named encode writes for the input record written in
+// `input`, as a tree to print, its findings into `report`. A form that is not strict JSON, or
+// that does not describe the record, is an input error saying where.
+Json::Value Encode(const Operation& op, const Input& input, gsc::Report& report) {
+  const ReportHandle handle = NewReport();
+  char message[1024];
+  HandedOut request;
+  const int status = TextFrom(
+      [&](char* json, size_t capacity, size_t* length) {
+        return gsc_encode_fields(op.name, input.text.data(), input.text.size(), json, capacity,
+                                 length, handle.get(), message, sizeof message);
+      },
+      4 * input.text.size() + 4096, request);
+  report = handle->report;
+  if (status == GSC_STATUS_MALFORMED_JSON)
+    throw InputError("malformed JSON in " + input.source + ": " + Detail(status, message));
+  if (status == GSC_STATUS_INVALID_FIELDS) throw InputError(Detail(status, message));
+  if (status != GSC_STATUS_OK) throw std::runtime_error(message);
+  return ParseJson("the request", std::string(request.view()), false);
 }
 
 int Run(const Arguments& args) {
@@ -361,8 +447,7 @@ int Run(const Arguments& args) {
   if (reads) {
     Decode(op, input, args, command == "decode", report);
   } else {
-    Json::Value params =
-        gsc::fields::Encode(op, ParseJson(input.source, input.text, true), &report);
+    Json::Value params = Encode(op, input, report);
     if (!args.show.show_secrets) MaskPasswords(params);
     if (command == "encode") gsc::fields::PrintJson(stdout, params);
   }
