@@ -7,10 +7,13 @@
 #include <array>
 #include <cstring>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "describe/operations_table.h"
 #include "guidescreen_codec/json_text.h"
 #include "support/tree_differential.h"
 
@@ -100,23 +103,36 @@ TEST(TextReaders, ReadEveryOtherAnswerAsTheTreePathDoes) {
       R"({"DisplayScreenCfg":{"AutoBright":{"Time":[]},"Bright":5}})",
       R"({"infos":{"s":{"AutoBright":{"Time":[{"Sunrise":7}]},"ID":"x"}},"Bright":{}})",
   };
+  // Each output record by an operation that answers with it; GET_ALL_PROGRAMMES has its own.
+  using Check = void (*)(const std::string&, unsigned char);
+  const std::pair<const char*, Check> readers[] = {
+      {"SET_GUIDESCREEN_CFG", &ExpectSameAsTree<tagNET_OUT_SET_GUIDESCREEN_CFG>},
+      {"GET_GUIDESCREEN_CFG_BYID", &ExpectSameAsTree<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>},
+      {"GET_ALL_GUIDESCREEN_CFG", &ExpectSameAsTree<tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>},
+      {"SET_GD_STATUS", &ExpectSameAsTree<tagNET_OUT_SET_GD_STATUS>},
+      {"GET_PROGRAMME_BYID", &ExpectSameAsTree<tagNET_OUT_GET_PROGRAMME_BYID>},
+      {"GET_ALL_BRIEFLYPROGRAMMES", &ExpectSameAsTree<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>},
+      {"ADD_ONE_PROGRAMME", &ExpectSameAsTree<tagNET_OUT_ADD_ONE_PROGRAMME>},
+      {"MODIFY_ONE_PROGRAMME", &ExpectSameAsTree<tagNET_OUT_MODIFY_ONE_PROGRAMME>},
+      {"DEL_PROGRAMMES", &ExpectSameAsTree<tagNET_OUT_DEL_PROGRAMMES>},
+      {"GET_ALL_PROGRAMMEPLANS", &ExpectSameAsTree<tagNET_OUT_GET_ALL_PROGRAMMEPLANS>},
+      {"GET_PROGRAMMEPLAN_BYID", &ExpectSameAsTree<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>},
+      {"ADD_IMME_PROGRAMMEPLAN", &ExpectSameAsTree<tagNET_OUT_ADD_PROGRAMMEPLAN>},
+      {"MODIFY_IMME_PROGRAMMEPLAN", &ExpectSameAsTree<tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>},
+      {"MODIFY_TIMER_PROGRAMMEPLAN", &ExpectSameAsTree<tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>},
+      {"DEL_PROGRAMMEPLANS", &ExpectSameAsTree<tagNET_OUT_DEL_PROGRAMMEPLANS>},
+  };
   for (const char* text : texts) {
-    ExpectSameAsTree<tagNET_OUT_SET_GUIDESCREEN_CFG>(text);
-    ExpectSameAsTree<tagNET_OUT_GET_GUIDESCREEN_CFG_BYID>(text);
-    ExpectSameAsTree<tagNET_OUT_GET_ALL_GUIDESCREEN_CFG>(text);
-    ExpectSameAsTree<tagNET_OUT_SET_GD_STATUS>(text);
-    ExpectSameAsTree<tagNET_OUT_GET_PROGRAMME_BYID>(text);
-    ExpectSameAsTree<tagNET_OUT_GET_ALL_BRIEFLYPROGRAMMES>(text);
-    ExpectSameAsTree<tagNET_OUT_ADD_ONE_PROGRAMME>(text);
-    ExpectSameAsTree<tagNET_OUT_MODIFY_ONE_PROGRAMME>(text);
-    ExpectSameAsTree<tagNET_OUT_DEL_PROGRAMMES>(text);
-    ExpectSameAsTree<tagNET_OUT_GET_ALL_PROGRAMMEPLANS>(text);
-    ExpectSameAsTree<tagNET_OUT_GET_PROGRAMMEPLAN_BYID>(text);
-    ExpectSameAsTree<tagNET_OUT_ADD_PROGRAMMEPLAN>(text);
-    ExpectSameAsTree<tagNET_OUT_MODIFY_IMME_PROGRAMMEPLAN>(text);
-    ExpectSameAsTree<tagNET_OUT_MODIFY_TIMER_PROGRAMMEPLAN>(text);
-    ExpectSameAsTree<tagNET_OUT_DEL_PROGRAMMEPLANS>(text);
+    for (const auto& [operation, check] : readers) check(text, 0);
   }
+  // A new operation's output record needs its line here.
+  std::set<std::string> covered{"tagNET_OUT_GET_ALL_PROGRAMMES"};
+  for (const auto& reader : readers)
+    covered.insert(gsc::fields::FindOperation(reader.first)->answer->name);
+  std::set<std::string> answers;
+  for (const gsc::fields::Operation& op : gsc::fields::Operations())
+    answers.insert(op.answer->name);
+  EXPECT_EQ(answers, covered);
 }
 
 TEST(TextReaders, RefuseTextThatIsNotJsonBeforeTouchingTheRecord) {
